@@ -1,0 +1,62 @@
+#include <LxCore/FileSystem.h>
+
+#include <LxCore/FrameWork.h>
+#include <LxCore/LxLog.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace core {
+namespace fs {
+
+bool IsFileExist(const QString& path) {
+    if (path.isEmpty())
+        return false;
+    const QFileInfo fi(path);
+    return fi.exists() && fi.isFile();
+}
+
+bool IsDirExist(const QString& path) {
+    if (path.isEmpty())
+        return false;
+    const QFileInfo fi(path);
+    return fi.exists() && fi.isDir();
+}
+
+bool ReadFile(const QString& path, QByteArray& out) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) {
+        LX_LOG_WARN("LxCore", "cannot read {}: {}", path, f.errorString());
+        return false;
+    }
+    out = f.readAll();
+    FrameWork::AddIORead(path, uint64_t(out.size()));
+    return true;
+}
+
+bool WriteFile(const QString& path, const QByteArray& data) {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QSaveFile f(path);
+    if (!f.open(QIODevice::WriteOnly) || f.write(data) != data.size() || !f.commit()) {
+        LX_LOG_WARN("LxCore", "cannot write {}: {}", path, f.errorString());
+        return false;
+    }
+    FrameWork::AddIOWrite(path, uint64_t(data.size()));
+    return true;
+}
+
+bool AppendFile(const QString& path, const QByteArray& data) {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Append) || f.write(data) != data.size()) {
+        LX_LOG_WARN("LxCore", "cannot append to {}: {}", path, f.errorString());
+        return false;
+    }
+    FrameWork::AddIOWrite(path, uint64_t(data.size()));
+    return true;
+}
+
+}  // namespace fs
+}  // namespace core

@@ -1,0 +1,112 @@
+#pragma once
+// Core runtime logging and soft assertions.
+//
+// Every log record goes through WriteLogRaw: it is appended to the process log file under
+// product_path::GetLogDir() (rotated when it passes a size bound), echoed to stderr in debug
+// builds, counted per call site, and handed to the std-out hook installed by the developer tools.
+// Qt's own messages are captured too and arrive with the module "#Qt#".
+//
+// Assertions are soft: _FW_OnAssertFailed logs the failure and returns, unless a handler was
+// installed (tests install one to count and read assertions).
+
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace FrameWork {
+
+// Log level codes are log-type bits.
+enum LogLevel : int {
+    kLogDebug = 0x002,
+    kLogInfo = 0x004,
+    kLogWarning = 0x008,
+    kLogError = 0x010,
+    kLogReport = 0x040,
+    kLogWeb = 0x080,
+    kLogProtocol = 0x100,
+    kLogQt = 0x200,
+    kLogSystem = 0x400,
+};
+
+// Short name of a level ("INFO", "WARN", ...); "LOG" for unknown codes.
+const char* LogLevelName(int level);
+
+struct LogContext {
+    int64_t i64TimeMs = 0;  // local wall clock, ms since epoch
+    uint64_t u64ThreadId = 0;
+    bool bMainThread = false;
+    int i32Level = kLogInfo;
+    std::string strModule;
+    std::string strFile;  // source path relative to the project, extension kept
+    std::string strFunction;
+    int i32Line = 0;
+    QString strText;
+};
+
+struct LogCallSite {
+    std::string strModule;
+    std::string strFile;
+    std::string strFunction;
+    int i32Line = 0;
+    int i32Level = 0;
+    uint64_t u64Count = 0;
+};
+
+struct LogStatisticsContext {
+    std::vector<LogCallSite> vecCallSites;     // one row per (file, line)
+    std::map<int, uint64_t> mapCountPerLevel;  // level code -> records
+    std::map<std::string, uint64_t> mapCountPerModule;
+    uint64_t u64Total = 0;
+};
+
+void WriteLogRaw(const char* file, int line, const char* function, int level, const char* module, const QString& text);
+void WriteLogRaw(const char* file, int line, const char* function, int level, const char* module,
+                 const std::string& text);
+
+LogStatisticsContext GetLogStatistics();
+void ResetLogStatistics();
+
+// Path of the current log file (may not exist until the first record).
+QString GetLogFilePath();
+// Size bound of one log file before it rotates to .1, .2 ... (kept: 3 old files).
+void SetLogFileSizeLimit(qint64 bytes);
+
+// Hook that receives every record, from whatever thread wrote it. One hook at a time; an empty
+// function removes it. The name is historical: the developer tools use it to feed the log viewer.
+using StdOutCallback = std::function<void(const LogContext&)>;
+void _FW_InitStdOutInMainThread(StdOutCallback callback);
+
+// Soft assertion. `file` is the source path; the extension is dropped in the record.
+void _FW_OnAssertFailed(const char* module, const char* file, int line, const char* expression);
+struct AssertInfo {
+    std::string strModule;
+    std::string strFile;  // without extension, e.g. "LxPlatform/LxUIKit/LUIKitReport"
+    int i32Line = 0;
+    std::string strExpression;
+};
+using AssertHandler = std::function<void(const AssertInfo&)>;
+// Returns the previous handler. With a handler installed the failure is still logged.
+AssertHandler SetAssertHandler(AssertHandler handler);
+
+// Asserts (expression "InMainThread") when called off the GUI thread. Returns whether on it.
+bool _FW_AssertInMainThread(const char* module, const char* file, int line);
+
+// Per-path IO counters, fed by core::fs helpers.
+struct IOStatistic {
+    uint64_t u64ReadCount = 0;
+    uint64_t u64ReadBytes = 0;
+    uint64_t u64WriteCount = 0;
+    uint64_t u64WriteBytes = 0;
+};
+std::map<QString, IOStatistic> GetIOStaticstic();
+void AddIORead(const QString& path, uint64_t bytes);
+void AddIOWrite(const QString& path, uint64_t bytes);
+
+// Installs the Qt message handler; done automatically when QCoreApplication starts.
+void InstallQtMessageHandler();
+
+}  // namespace FrameWork

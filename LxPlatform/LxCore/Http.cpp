@@ -1,0 +1,234 @@
+#include <LxCore/Http.h>
+
+#include <LxCore/FrameWork.h>
+#include <LxCore/LxLog.h>
+#include <LxCore/Post.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHttpMultiPart>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QPointer>
+#include <QThread>
+
+#include <atomic>
+#include <map>
+#include <memory>
+
+namespace core {
+namespace network {
+namespace http {
+namespace {
+
+struct Running {
+    QPointer<QNetworkReply> pReply;
+    std::unique_ptr<QFile> pPartFile;
+    QString strTarget;
+    DoneCallback onDone;
+    ProgressCallback onProgress;
+    bool bWriteFailed = false;
+};
+
+std::atomic<uint64_t> g_nextId{1};
+std::map<RequestId, std::shared_ptr<Running>> g_running;  // GUI thread only
+
+QNetworkAccessManager* Manager() {
+    static QPointer<QNetworkAccessManager> s_nam;
+    if (!s_nam)
+        s_nam = new QNetworkAccessManager(QCoreApplication::instance());
+    return s_nam;
+}
+
+QHttpMultiPart* BuildMultipart(const Request& req, QString& error) {
+    auto* multi = new QHttpMultiPart(QHttpMultiPart::FormDataType);
+    for (const auto& field : req.formFields) {
+        QHttpPart part;
+        part.setHeader(QNetworkRequest::ContentDispositionHeader,
+                       QStringLiteral("form-data; name=\"%1\"").arg(field.first));
+        part.setBody(field.second);
+        multi->append(part);
+    }
+    for (const FileField& ff : req.fileFields) {
+        auto* file = new QFile(ff.strFilePath, multi);
+        if (!file->open(QIODevice::ReadOnly)) {
+            error = QStringLiteral("cannot open %1").arg(ff.strFilePath);
+            delete multi;
+            return nullptr;
+        }
+        FrameWork::AddIORead(ff.strFilePath, uint64_t(file->size()));
+        const QString name = ff.strFileName.isEmpty() ? QFileInfo(ff.strFilePath).fileName() : ff.strFileName;
+        QHttpPart part;
+        part.setHeader(QNetworkRequest::ContentTypeHeader,
+                       ff.contentType.isEmpty() ? QByteArray("application/octet-stream") : ff.contentType);
+        part.setHeader(QNetworkRequest::ContentDispositionHeader,
+                       QStringLiteral("form-data; name=\"%1\"; filename=\"%2\"").arg(ff.strName, name));
+        part.setBodyDevice(file);
+        multi->append(part);
+    }
+    return multi;
+}
+
+void Finish(RequestId id) {
+    auto it = g_running.find(id);
+    if (it == g_running.end())
+        return;
+    std::shared_ptr<Running> run = it->second;
+    g_running.erase(it);
+    QNetworkReply* reply = run->pReply;
+    if (!reply)
+        return;
+    reply->deleteLater();
+
+    Response resp;
+    resp.i32NetworkError = int(reply->error());
+    resp.i32HttpStatus = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    resp.strError = reply->errorString();
+    for (const auto& pair : reply->rawHeaderPairs())
+        resp.headers.insert(pair.first.toLower(), pair.second);
+    if (run->pPartFile) {
+        run->pPartFile->write(reply->readAll());
+        run->pPartFile->close();
+        const QString part = run->pPartFile->fileName();
+        if (run->bWriteFailed && resp.i32NetworkError == 0) {
+            resp.i32NetworkError = int(QNetworkReply::UnknownContentError);
+            resp.strError = QStringLiteral("cannot write %1").arg(part);
+        }
+        if (resp.Ok()) {
+            QFile::remove(run->strTarget);
+            if (QFile::rename(part, run->strTarget)) {
+                resp.strSavedFile = run->strTarget;
+                FrameWork::AddIOWrite(run->strTarget, uint64_t(QFileInfo(run->strTarget).size()));
+            } else {
+                resp.i32NetworkError = int(QNetworkReply::UnknownContentError);
+                resp.strError = QStringLiteral("cannot move %1 into place").arg(part);
+                QFile::remove(part);
+            }
+        } else {
+            QFile::remove(part);
+        }
+    } else {
+        resp.body = reply->readAll();
+    }
+    if (!resp.Ok())
+        LX_LOG_WARN("LxCore", "http {} failed: network error {}, status {}, {}", reply->url().toString(),
+                    resp.i32NetworkError, resp.i32HttpStatus, resp.strError);
+    if (run->onDone)
+        run->onDone(resp);
+}
+
+void StartOnMain(RequestId id, const Request& req, DoneCallback onDone, ProgressCallback onProgress) {
+    auto run = std::make_shared<Running>();
+    run->onDone = std::move(onDone);
+    run->onProgress = std::move(onProgress);
+
+    const QUrl url(req.strUrl);
+    QNetworkRequest nreq(url);
+    nreq.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    if (req.i32TimeoutMs > 0)
+        nreq.setTransferTimeout(req.i32TimeoutMs);
+    for (auto it = req.headers.begin(); it != req.headers.end(); ++it)
+        nreq.setRawHeader(it.key(), it.value());
+
+    auto fail = [&](const QString& why) {
+        LX_LOG_WARN("LxCore", "http {} not started: {}", req.strUrl, why);
+        Response resp;
+        resp.i32NetworkError = int(QNetworkReply::ProtocolInvalidOperationError);
+        resp.strError = why;
+        DoneCallback cb = run->onDone;
+        // Answer asynchronously like every other outcome, so callers never see re-entrancy.
+        core::post::ToMain([cb, resp] {
+            if (cb)
+                cb(resp);
+        });
+    };
+    if (!url.isValid() || url.scheme().isEmpty())
+        return fail(QStringLiteral("invalid url"));
+
+    if (!req.strSaveToFile.isEmpty()) {
+        QDir().mkpath(QFileInfo(req.strSaveToFile).absolutePath());
+        run->strTarget = req.strSaveToFile;
+        run->pPartFile = std::make_unique<QFile>(req.strSaveToFile + QStringLiteral(".part"));
+        if (!run->pPartFile->open(QIODevice::WriteOnly | QIODevice::Truncate))
+            return fail(QStringLiteral("cannot write %1").arg(run->pPartFile->fileName()));
+    }
+
+    QNetworkReply* reply = nullptr;
+    if (!req.formFields.isEmpty() || !req.fileFields.isEmpty()) {
+        QString error;
+        QHttpMultiPart* multi = BuildMultipart(req, error);
+        if (!multi)
+            return fail(error);
+        reply = Manager()->sendCustomRequest(nreq, req.method == "GET" ? QByteArray("POST") : req.method, multi);
+        multi->setParent(reply);
+    } else if (req.method == "GET") {
+        reply = Manager()->get(nreq);
+    } else if (req.method == "HEAD") {
+        reply = Manager()->head(nreq);
+    } else {
+        reply = Manager()->sendCustomRequest(nreq, req.method, req.body);
+    }
+    run->pReply = reply;
+    g_running[id] = run;
+
+    QObject::connect(reply, &QNetworkReply::readyRead, reply, [id] {
+        auto it = g_running.find(id);
+        if (it == g_running.end() || !it->second->pPartFile || !it->second->pReply)
+            return;
+        const QByteArray chunk = it->second->pReply->readAll();
+        if (it->second->pPartFile->write(chunk) != chunk.size())
+            it->second->bWriteFailed = true;
+    });
+    QObject::connect(reply, &QNetworkReply::downloadProgress, reply, [id](qint64 rec, qint64 total) {
+        auto it = g_running.find(id);
+        if (it != g_running.end() && it->second->onProgress)
+            it->second->onProgress(rec, total);
+    });
+    QObject::connect(reply, &QNetworkReply::finished, reply, [id] { Finish(id); });
+}
+
+bool OnMainThread() {
+    return QCoreApplication::instance() && QThread::currentThread() == QCoreApplication::instance()->thread();
+}
+
+}  // namespace
+
+RequestId Start(const Request& request, DoneCallback onDone, ProgressCallback onProgress) {
+    const RequestId id = g_nextId++;
+    if (OnMainThread()) {
+        StartOnMain(id, request, std::move(onDone), std::move(onProgress));
+    } else {
+        core::post::ToMain([id, request, onDone = std::move(onDone), onProgress = std::move(onProgress)] {
+            StartOnMain(id, request, onDone, onProgress);
+        });
+    }
+    return id;
+}
+
+bool Cancel(RequestId id) {
+    LX_ASSERT_MAIN_THREAD("LxCore");
+    auto it = g_running.find(id);
+    if (it == g_running.end())
+        return false;
+    std::shared_ptr<Running> run = it->second;
+    g_running.erase(it);
+    if (run->pPartFile) {
+        run->pPartFile->close();
+        QFile::remove(run->pPartFile->fileName());
+    }
+    if (run->pReply) {
+        run->pReply->disconnect();
+        run->pReply->abort();
+        run->pReply->deleteLater();
+    }
+    return true;
+}
+
+int RunningCount() { return int(g_running.size()); }
+
+}  // namespace http
+}  // namespace network
+}  // namespace core

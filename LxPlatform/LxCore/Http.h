@@ -1,0 +1,64 @@
+#pragma once
+// HTTP over QNetworkAccessManager. Start() may be called from any thread; the request runs on the
+// GUI thread and its callbacks are called there. A cancelled request never calls back.
+//
+// Multipart: when formFields or fileFields are given the body is multipart/form-data built from
+// them (files are streamed from disk, not loaded whole). With saveToFile the body is written to
+// "<saveToFile>.part" while it arrives and renamed into place on success, so a failed download
+// never leaves a partial file under the final name.
+
+#include <QByteArray>
+#include <QList>
+#include <QMap>
+#include <QPair>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+
+namespace core {
+namespace network {
+namespace http {
+
+struct FileField {
+    QString strName;         // form field name
+    QString strFilePath;     // file to send
+    QString strFileName;     // file name announced to the server (default: the file's name)
+    QByteArray contentType;  // default application/octet-stream
+};
+
+struct Request {
+    QString strUrl;
+    QByteArray method = "GET";
+    QMap<QByteArray, QByteArray> headers;
+    QByteArray body;
+    QList<QPair<QString, QByteArray>> formFields;
+    QList<FileField> fileFields;
+    int i32TimeoutMs = 30000;
+    QString strSaveToFile;
+};
+
+struct Response {
+    int i32NetworkError = 0;  // QNetworkReply::NetworkError; 0 is success
+    int i32HttpStatus = 0;    // 0 when no HTTP answer came
+    QString strError;
+    QByteArray body;  // empty when saved to a file
+    QString strSavedFile;
+    QMap<QByteArray, QByteArray> headers;
+    bool Ok() const {
+        return i32NetworkError == 0 && (i32HttpStatus == 0 || (i32HttpStatus >= 200 && i32HttpStatus < 300));
+    }
+};
+
+using RequestId = uint64_t;
+using DoneCallback = std::function<void(const Response&)>;
+using ProgressCallback = std::function<void(qint64 received, qint64 total)>;
+
+RequestId Start(const Request& request, DoneCallback onDone, ProgressCallback onProgress = {});
+// Returns true when a running request was cancelled.
+bool Cancel(RequestId id);
+int RunningCount();
+
+}  // namespace http
+}  // namespace network
+}  // namespace core

@@ -1,0 +1,19 @@
+#pragma once
+// Umbrella header of the core runtime.
+#include <LxCore/CoreInit.h>
+#include <LxCore/Environment.h>
+#include <LxCore/FileSystem.h>
+#include <LxCore/FrameWork.h>
+#include <LxCore/Http.h>
+#include <LxCore/IniWrapper.h>
+#include <LxCore/LxLog.h>
+#include <LxCore/MessageDispatch.h>
+#include <LxCore/Post.h>
+#include <LxCore/ProductPath.h>
+#include <LxCore/ProtoValue.h>
+#include <LxCore/SafeFunction.h>
+#include <LxCore/SafeQtConnect.h>
+#include <LxCore/Scheme.h>
+#include <LxCore/StrConv.h>
+#include <LxCore/TimeDate.h>
+#include <LxCore/TriBool.h>

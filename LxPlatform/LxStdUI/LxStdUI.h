@@ -1,0 +1,7 @@
+#pragma once
+// Umbrella header of the standard UI library.
+#include <LxStdUI/FontToken.h>
+#include <LxStdUI/LDialog.h>
+#include <LxStdUI/MultiLang.h>
+#include <LxStdUI/ResProvider.h>
+#include <LxStdUI/ThemeManager.h>

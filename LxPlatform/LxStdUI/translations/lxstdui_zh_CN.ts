@@ -1,0 +1,63 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN">
+<context>
+    <name>gui_helper</name>
+    <message>
+        <source>Tip</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>The page failed to load</source>
+        <translation>页面加载失败</translation>
+    </message>
+    <message>
+        <source>Got it</source>
+        <translation>我知道了</translation>
+    </message>
+</context>
+<context>
+    <name>rich_text_data_image</name>
+    <message>
+        <source>[Image]</source>
+        <translation>[图片]</translation>
+    </message>
+</context>
+<context>
+    <name>rich_text_data_emotion</name>
+    <message>
+        <source>[Emoticon]</source>
+        <translation>[表情]</translation>
+    </message>
+</context>
+<context>
+    <name>zip_helper</name>
+    <message>
+        <source>Archive written</source>
+        <translation>压缩包已生成</translation>
+    </message>
+    <message>
+        <source>Archive failed</source>
+        <translation>压缩失败</translation>
+    </message>
+</context>
+<context>
+    <name>common</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Loading</source>
+        <translation>加载中</translation>
+    </message>
+    <message>
+        <source>Failed to load</source>
+        <translation>加载失败</translation>
+    </message>
+</context>
+</TS>

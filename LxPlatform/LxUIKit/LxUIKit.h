@@ -1,0 +1,13 @@
+#pragma once
+// Umbrella header of the kit: everything a host needs.
+#include <LxCore/LxCore.h>
+#include <LxStdUI/LxStdUI.h>
+#include <LxUIKit/DevTools/AutoTest/UIAutoTestManager.h>
+#include <LxUIKit/DevTools/Log/LxLogViewer.h>
+#include <LxUIKit/DevTools/LxDevTools.h>
+#include <LxUIKit/LUIKitReport.h>
+#include <LxUIKit/LUIKitWebDelegate.h>
+#include <LxUIKit/LxGuiHelper.h>
+#include <LxUIKit/LxLazyLoadWidget.h>
+#include <LxUIKit/LxUIKitLifecycle.h>
+#include <LxUIKit/Zip/LxZip.h>

@@ -1,0 +1,10 @@
+#include "GalleryPages.h"
+
+const std::vector<GalleryPage>& AllGalleryPages() {
+    static const std::vector<GalleryPage> s_pages = {
+        {QStringLiteral("toasts"), QStringLiteral("Toasts"), &CreateToastPage, &DemoToastPage},
+        {QStringLiteral("lazyload"), QStringLiteral("Lazy load"), &CreateLazyLoadPage, {}},
+        {QStringLiteral("archive"), QStringLiteral("Archive"), &CreateArchivePage, &DemoArchivePage},
+    };
+    return s_pages;
+}

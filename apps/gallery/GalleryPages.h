@@ -1,0 +1,25 @@
+#pragma once
+// The gallery's pages. Each page is a factory plus an optional demo step that puts the page into
+// an interesting state (used before --screenshot, and by the "Demo" button).
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+struct GalleryPage {
+    QString strName;   // used by --page
+    QString strTitle;  // shown in the page list
+    std::function<QWidget*(QWidget* parent)> fnCreate;
+    std::function<void(QWidget* page)> fnDemo;  // may be empty
+};
+
+const std::vector<GalleryPage>& AllGalleryPages();
+
+// Page factories (one per file in pages/).
+QWidget* CreateToastPage(QWidget* parent);
+void DemoToastPage(QWidget* page);
+QWidget* CreateLazyLoadPage(QWidget* parent);
+QWidget* CreateArchivePage(QWidget* parent);
+void DemoArchivePage(QWidget* page);

@@ -1,0 +1,84 @@
+// Toasts: the three states, short (no slide) and long (slides up from the bottom edge).
+
+#include "GalleryPages.h"
+
+#include <LxCore/SafeQtConnect.h>
+#include <LxStdUI/FontToken.h>
+#include <LxUIKit/LxGuiHelper.h>
+
+#include <QDateTime>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+struct Kind {
+    const char* name;
+    TriBool state;
+};
+const Kind kKinds[] = {{"Success", TriBool::True}, {"Failure", TriBool::False}, {"Neutral", TriBool::Neutral}};
+const int kShortMs = 800;
+const int kLongMs = 3000;
+}  // namespace
+
+QWidget* CreateToastPage(QWidget* parent) {
+    auto* page = new QWidget(parent);
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(24, 20, 24, 20);
+    layout->setSpacing(12);
+    auto* title = new QLabel(QStringLiteral("Toasts"), page);
+    title->setFont(LFontTokenLoader::font(QStringLiteral("BigTitle2")));
+    auto* hint =
+        new QLabel(QStringLiteral("A toast shows a short message over everything and deletes itself. Up to one "
+                                  "second it appears below the middle of the screen; longer toasts slide up "
+                                  "from the bottom edge."),
+                   page);
+    hint->setProperty("role", QStringLiteral("hint"));
+    hint->setWordWrap(true);
+    auto* text = new QLineEdit(QStringLiteral("Order placed: 100 shares"), page);
+    text->setObjectName(QStringLiteral("ToastText"));
+    text->setPlaceholderText(QStringLiteral("Toast text"));
+    layout->addWidget(title);
+    layout->addWidget(hint);
+    layout->addWidget(text);
+
+    auto* history = new QListWidget(page);
+    history->setObjectName(QStringLiteral("ToastHistory"));
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(10);
+    grid->setVerticalSpacing(10);
+    int row = 0;
+    for (const Kind& kind : kKinds) {
+        grid->addWidget(new QLabel(QLatin1String(kind.name), page), row, 0);
+        int col = 1;
+        for (int ms : {kShortMs, kLongMs}) {
+            auto* btn = new QPushButton(QStringLiteral("%1 ms").arg(ms), page);
+            btn->setObjectName(QStringLiteral("Toast_%1_%2").arg(QLatin1String(kind.name)).arg(ms));
+            const TriBool state = kind.state;
+            const QString kindName = QLatin1String(kind.name);
+            LX_SAFE_CONNECT(btn, &QPushButton::clicked, page, [=] {
+                gui::ShowSimpleToast(text->text(), state, ms);
+                history->insertItem(0, QStringLiteral("%1  %2, %3 ms: %4")
+                                           .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), kindName)
+                                           .arg(ms)
+                                           .arg(text->text()));
+            });
+            grid->addWidget(btn, row, col++);
+        }
+        ++row;
+    }
+    grid->setColumnStretch(3, 1);
+    layout->addLayout(grid);
+    layout->addWidget(new QLabel(QStringLiteral("Shown"), page));
+    layout->addWidget(history, 1);
+    return page;
+}
+
+void DemoToastPage(QWidget* page) {
+    // A long success toast: by the time of a screenshot it has slid into place.
+    if (auto* btn = page->findChild<QPushButton*>(QStringLiteral("Toast_Success_%1").arg(kLongMs)))
+        btn->click();
+}

@@ -1,0 +1,94 @@
+#include "LxTestSupport.h"
+
+#include <LxCore/ProductPath.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace lxtest {
+
+AssertRecorder::AssertRecorder() {
+    m_prev = FrameWork::SetAssertHandler([this](const FrameWork::AssertInfo& info) {
+        QMutexLocker lock(&m_mutex);
+        m_vec.push_back(info);
+    });
+}
+
+AssertRecorder::~AssertRecorder() { FrameWork::SetAssertHandler(m_prev); }
+
+std::vector<FrameWork::AssertInfo> AssertRecorder::asserts() const {
+    QMutexLocker lock(&m_mutex);
+    return m_vec;
+}
+
+int AssertRecorder::count() const {
+    QMutexLocker lock(&m_mutex);
+    return int(m_vec.size());
+}
+
+bool AssertRecorder::has(const QString& fileSuffix, const QString& expression, int line) const {
+    QMutexLocker lock(&m_mutex);
+    for (const auto& a : m_vec)
+        if (QString::fromStdString(a.strFile).endsWith(fileSuffix) &&
+            QString::fromStdString(a.strExpression) == expression && (line < 0 || a.i32Line == line))
+            return true;
+    return false;
+}
+
+void AssertRecorder::clear() {
+    QMutexLocker lock(&m_mutex);
+    m_vec.clear();
+}
+
+LogCapture::LogCapture() {
+    FrameWork::_FW_InitStdOutInMainThread([this](const FrameWork::LogContext& ctx) {
+        QMutexLocker lock(&m_mutex);
+        m_vec.push_back(ctx);
+    });
+}
+
+LogCapture::~LogCapture() { FrameWork::_FW_InitStdOutInMainThread({}); }
+
+std::vector<FrameWork::LogContext> LogCapture::records() const {
+    QMutexLocker lock(&m_mutex);
+    return m_vec;
+}
+
+QStringList LogCapture::texts() const {
+    QMutexLocker lock(&m_mutex);
+    QStringList out;
+    for (const auto& r : m_vec)
+        out << r.strText;
+    return out;
+}
+
+bool LogCapture::hasExact(const QString& text) const { return texts().contains(text); }
+
+bool LogCapture::contains(const QString& fragment) const { return indexOf(fragment) >= 0; }
+
+int LogCapture::indexOf(const QString& fragment) const {
+    const QStringList t = texts();
+    for (int i = 0; i < t.size(); ++i)
+        if (t[i].contains(fragment))
+            return i;
+    return -1;
+}
+
+void LogCapture::clear() {
+    QMutexLocker lock(&m_mutex);
+    m_vec.clear();
+}
+
+TempProductRoot::TempProductRoot() { core::product_path::SetRootDir(m_dir.path()); }
+TempProductRoot::~TempProductRoot() { core::product_path::SetRootDir(QString()); }
+
+QString WriteFile(const QString& path, const QByteArray& data) {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        f.write(data);
+    return QFileInfo(path).absoluteFilePath();
+}
+
+}  // namespace lxtest

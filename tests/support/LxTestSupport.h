@@ -1,0 +1,62 @@
+#pragma once
+// Test support: assertion recorder, log capture, temporary product folders.
+
+#include <LxCore/FrameWork.h>
+
+#include <QMutex>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <vector>
+
+namespace lxtest {
+
+// Records soft assertions while alive (and keeps them from reaching the previous handler).
+class AssertRecorder {
+public:
+    AssertRecorder();
+    ~AssertRecorder();
+    std::vector<FrameWork::AssertInfo> asserts() const;
+    int count() const;
+    bool has(const QString& fileSuffix, const QString& expression, int line = -1) const;
+    void clear();
+
+private:
+    mutable QMutex m_mutex;
+    std::vector<FrameWork::AssertInfo> m_vec;
+    FrameWork::AssertHandler m_prev;
+};
+
+// Captures every log record while alive (from any thread).
+class LogCapture {
+public:
+    LogCapture();
+    ~LogCapture();
+    std::vector<FrameWork::LogContext> records() const;
+    QStringList texts() const;
+    // True when a record's text equals `text` exactly.
+    bool hasExact(const QString& text) const;
+    bool contains(const QString& fragment) const;
+    int indexOf(const QString& fragment) const;  // -1 when absent
+    void clear();
+
+private:
+    mutable QMutex m_mutex;
+    std::vector<FrameWork::LogContext> m_vec;
+};
+
+// A temporary folder made the product root for the test's lifetime.
+class TempProductRoot {
+public:
+    TempProductRoot();
+    ~TempProductRoot();
+    QString path() const { return m_dir.path(); }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+// Writes bytes to a file, creating folders; returns the absolute path.
+QString WriteFile(const QString& path, const QByteArray& data);
+
+}  // namespace lxtest
