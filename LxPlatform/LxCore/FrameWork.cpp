@@ -91,10 +91,8 @@ bool IsMainThread() {
     return app && QThread::currentThread() == app->thread();
 }
 
-void QtMessageHandler(QtMsgType type, const QMessageLogContext& ctx, const QString& msg) {
-    int level = kLogQt;
-    Q_UNUSED(type);
-    WriteLogRaw(ctx.file ? ctx.file : "", ctx.line, ctx.function ? ctx.function : "", level, "#Qt#", msg);
+void ForwardQtMessage(QtMsgType type, const QMessageLogContext& ctx, const QString& msg) {
+    WriteLogRaw(ctx.file ? ctx.file : "", ctx.line, ctx.function ? ctx.function : "", kLogQt, "#Qt#", msg);
     if (type == QtFatalMsg)
         abort();
 }
@@ -262,7 +260,7 @@ void AddIOWrite(const QString& path, uint64_t bytes) {
     io.u64WriteBytes += bytes;
 }
 
-void InstallQtMessageHandler() { qInstallMessageHandler(QtMessageHandler); }
+QtMessageHandler InstallQtMessageHandler() { return qInstallMessageHandler(ForwardQtMessage); }
 
 }  // namespace FrameWork
 

@@ -10,6 +10,7 @@
 // installed (tests install one to count and read assertions).
 
 #include <QString>
+#include <QtGlobal>
 
 #include <cstdint>
 #include <functional>
@@ -106,7 +107,8 @@ std::map<QString, IOStatistic> GetIOStaticstic();
 void AddIORead(const QString& path, uint64_t bytes);
 void AddIOWrite(const QString& path, uint64_t bytes);
 
-// Installs the Qt message handler; done automatically when QCoreApplication starts.
-void InstallQtMessageHandler();
+// Installs the Qt message handler; done automatically when QCoreApplication starts. Returns the
+// handler it replaced.
+QtMessageHandler InstallQtMessageHandler();
 
 }  // namespace FrameWork

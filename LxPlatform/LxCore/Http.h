@@ -28,6 +28,9 @@ struct FileField {
 };
 
 struct Request {
+    Request() = default;
+    Request(const QString& url) : strUrl(url) {}  // NOLINT: a GET of one URL reads best as {url}
+
     QString strUrl;
     QByteArray method = "GET";
     QMap<QByteArray, QByteArray> headers;

@@ -84,7 +84,13 @@ void LDialog::setContentWidget(QWidget* widget) {
 void LDialog::showCenter(QWidget* parent, int i32Width) {
     if (i32Width > 0)
         setFixedWidth(i32Width);
+    // Settle the final size before placing: wrapped content makes the height depend on the width.
+    ensurePolished();
+    if (layout())
+        layout()->activate();
     adjustSize();
+    if (hasHeightForWidth())
+        resize(width(), qMax(heightForWidth(width()), minimumSizeHint().height()));
     QRect area;
     if (parent) {
         QWidget* win = parent->window();
@@ -92,7 +98,7 @@ void LDialog::showCenter(QWidget* parent, int i32Width) {
     } else if (QScreen* screen = QGuiApplication::primaryScreen()) {
         area = screen->availableGeometry();
     }
-    if (!parent && !this->parent())
+    if (!this->parent())
         setAttribute(Qt::WA_DeleteOnClose);
     if (area.isValid())
         move(area.center() - QPoint(width() / 2, height() / 2));

@@ -5,22 +5,75 @@
 
 #include <QtGui/private/qzipreader_p.h>
 #include <QtGui/private/qzipwriter_p.h>
+
 #include <QDataStream>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <array>
 
 namespace _zip {
 namespace {
 
-// Modification times to stamp into the archive once it is closed: QZipWriter always records the
-// time of packing, so the real times are patched in afterwards (see PatchEntryTimes).
-using EntryTimes = QHash<QString, QDateTime>;
-QHash<QZipWriter*, EntryTimes>& PendingTimes() {
-    static QHash<QZipWriter*, EntryTimes> s;
+// What each entry must record, stamped into the archive once it is closed: QZipWriter always
+// records the time of packing and loses the owner's execute bit, so both are patched in afterwards
+// (see PatchEntries).
+struct EntryMeta {
+    QDateTime dtModified;
+    QFile::Permissions permissions;
+};
+using EntryMetas = QHash<QString, EntryMeta>;
+QHash<QZipWriter*, EntryMetas>& PendingMetas() {
+    static QHash<QZipWriter*, EntryMetas> s;
     return s;
+}
+
+quint32 PermissionsToMode(QFile::Permissions p) {
+    quint32 m = 0;
+    if (p & (QFile::ReadOwner | QFile::ReadUser))
+        m |= 0400;
+    if (p & (QFile::WriteOwner | QFile::WriteUser))
+        m |= 0200;
+    if (p & (QFile::ExeOwner | QFile::ExeUser))
+        m |= 0100;
+    if (p & QFile::ReadGroup)
+        m |= 040;
+    if (p & QFile::WriteGroup)
+        m |= 020;
+    if (p & QFile::ExeGroup)
+        m |= 010;
+    if (p & QFile::ReadOther)
+        m |= 04;
+    if (p & QFile::WriteOther)
+        m |= 02;
+    if (p & QFile::ExeOther)
+        m |= 01;
+    return m;
+}
+
+QFile::Permissions ModeToPermissions(quint32 m) {
+    QFile::Permissions p;
+    if (m & 0400)
+        p |= QFile::ReadOwner | QFile::ReadUser;
+    if (m & 0200)
+        p |= QFile::WriteOwner | QFile::WriteUser;
+    if (m & 0100)
+        p |= QFile::ExeOwner | QFile::ExeUser;
+    if (m & 040)
+        p |= QFile::ReadGroup;
+    if (m & 020)
+        p |= QFile::WriteGroup;
+    if (m & 010)
+        p |= QFile::ExeGroup;
+    if (m & 04)
+        p |= QFile::ReadOther;
+    if (m & 02)
+        p |= QFile::WriteOther;
+    if (m & 01)
+        p |= QFile::ExeOther;
+    return p;
 }
 
 quint16 DosTime(const QDateTime& dt) {
@@ -35,66 +88,123 @@ quint16 DosDate(const QDateTime& dt) {
 
 quint16 Le16(const uchar* p) { return quint16(p[0] | (p[1] << 8)); }
 quint32 Le32(const uchar* p) { return quint32(p[0] | (p[1] << 8) | (p[2] << 16) | (quint32(p[3]) << 24)); }
-void Put16(uchar* p, quint16 v) {
-    p[0] = uchar(v & 0xff);
-    p[1] = uchar(v >> 8);
+QByteArray LeBytes(quint32 v, int n) {
+    QByteArray b(n, '\0');
+    for (int i = 0; i < n; ++i)
+        b[i] = char((v >> (8 * i)) & 0xff);
+    return b;
 }
 
-// Rewrites the DOS time and date of the named entries, in the central directory and in each local
-// header. The archive was just written by QZipWriter, so its layout is the plain one.
-bool PatchEntryTimes(const QString& zipPath, const EntryTimes& times) {
-    if (times.isEmpty())
-        return true;
-    QFile f(zipPath);
-    if (!f.open(QIODevice::ReadWrite))
+quint32 Crc32(const QByteArray& data) {
+    static const auto table = [] {
+        std::array<quint32, 256> t{};
+        for (quint32 i = 0; i < 256; ++i) {
+            quint32 c = i;
+            for (int k = 0; k < 8; ++k)
+                c = (c & 1) ? 0xEDB88320u ^ (c >> 1) : c >> 1;
+            t[i] = c;
+        }
+        return t;
+    }();
+    quint32 crc = 0xFFFFFFFFu;
+    for (char ch : data)
+        crc = table[(crc ^ quint8(ch)) & 0xFF] ^ (crc >> 8);
+    return crc ^ 0xFFFFFFFFu;
+}
+
+struct CentralEntry {
+    QString strName;            // the name exactly as stored
+    qint64 i64Central = 0;      // offset of its central directory record
+    qint64 i64Local = 0;        // offset of its local header
+    quint32 u32Attributes = 0;  // external attributes; the Unix mode sits in the high half
+    bool bUnix = false;         // made on a Unix host, so the mode is meaningful
+};
+
+// Reads the central directory of an archive: the names as stored, in archive order. QZipReader only
+// hands out names with leading "." and "/" eaten (so ".hidden" and "/etc/x" both look harmless),
+// which is not good enough to judge an entry or to restore a hidden file's name.
+bool ReadCentralDirectory(QFile& f, QVector<CentralEntry>& out) {
+    const qint64 size = f.size();
+    const qint64 tailSize = qMin<qint64>(size, 22 + 0xffff);
+    if (tailSize < 22 || !f.seek(size - tailSize))
         return false;
-    QByteArray data = f.readAll();
-    const int n = data.size();
-    uchar* p = reinterpret_cast<uchar*>(data.data());
+    const QByteArray tail = f.read(tailSize);
+    const uchar* t = reinterpret_cast<const uchar*>(tail.constData());
     int eocd = -1;
-    for (int i = n - 22; i >= 0 && i >= n - 22 - 0xffff; --i)
-        if (Le32(p + i) == 0x06054b50) {
+    for (int i = tail.size() - 22; i >= 0; --i)
+        if (Le32(t + i) == 0x06054b50) {
             eocd = i;
             break;
         }
     if (eocd < 0)
         return false;
-    const int count = Le16(p + eocd + 10);
-    qint64 pos = Le32(p + eocd + 16);
+    const int count = Le16(t + eocd + 10);
+    const qint64 cdSize = Le32(t + eocd + 12);
+    const qint64 cdOffset = Le32(t + eocd + 16);
+    if (cdOffset + cdSize > size || !f.seek(cdOffset))
+        return false;
+    const QByteArray cd = f.read(cdSize);
+    const uchar* p = reinterpret_cast<const uchar*>(cd.constData());
+    qint64 pos = 0;
+    out.clear();
     for (int e = 0; e < count; ++e) {
-        if (pos + 46 > n || Le32(p + pos) != 0x02014b50)
+        if (pos + 46 > cd.size() || Le32(p + pos) != 0x02014b50)
             return false;
         const int nameLen = Le16(p + pos + 28);
         const int extraLen = Le16(p + pos + 30);
         const int commentLen = Le16(p + pos + 32);
-        const qint64 local = Le32(p + pos + 42);
-        if (pos + 46 + nameLen > n || local + 30 > n)
+        if (pos + 46 + nameLen > cd.size())
             return false;
-        const QString name = QString::fromUtf8(reinterpret_cast<const char*>(p + pos + 46), nameLen);
-        auto it = times.constFind(name);
-        if (it != times.constEnd() && it->isValid()) {
-            Put16(p + pos + 12, DosTime(*it));
-            Put16(p + pos + 14, DosDate(*it));
-            Put16(p + local + 10, DosTime(*it));
-            Put16(p + local + 12, DosDate(*it));
-        }
+        CentralEntry entry;
+        // Decoded as QZipReader::fileData() expects its names.
+        entry.strName = QString::fromLocal8Bit(reinterpret_cast<const char*>(p + pos + 46), nameLen);
+        entry.i64Central = cdOffset + pos;
+        entry.i64Local = Le32(p + pos + 42);
+        entry.u32Attributes = Le32(p + pos + 38);
+        entry.bUnix = (Le16(p + pos + 4) >> 8) == 3;
+        out.push_back(entry);
         pos += 46 + nameLen + extraLen + commentLen;
     }
-    f.seek(0);
-    return f.write(data) == n;
+    return true;
 }
 
-// Opens the writer; the deleter closes it and stamps the recorded times.
+// Rewrites the DOS time and date of the named entries, in the central directory and in each local
+// header, and the permission bits of their Unix mode (the file-type bits are kept).
+bool PatchEntries(const QString& zipPath, const EntryMetas& metas) {
+    if (metas.isEmpty())
+        return true;
+    QFile f(zipPath);
+    QVector<CentralEntry> entries;
+    if (!f.open(QIODevice::ReadWrite) || !ReadCentralDirectory(f, entries))
+        return false;
+    bool ok = true;
+    for (const CentralEntry& e : entries) {
+        auto it = metas.constFind(e.strName);
+        if (it == metas.constEnd())
+            continue;
+        if (it->dtModified.isValid()) {
+            const QByteArray stamp = LeBytes(DosTime(it->dtModified), 2) + LeBytes(DosDate(it->dtModified), 2);
+            ok = f.seek(e.i64Central + 12) && f.write(stamp) == 4 && ok;
+            ok = f.seek(e.i64Local + 10) && f.write(stamp) == 4 && ok;
+        }
+        const quint32 type = (e.u32Attributes >> 16) & 0170000;
+        const quint32 attrs = ((type | PermissionsToMode(it->permissions)) << 16) | (e.u32Attributes & 0xffff);
+        ok = f.seek(e.i64Central + 38) && f.write(LeBytes(attrs, 4)) == 4 && ok;
+    }
+    return ok;
+}
+
+// Opens the writer; the deleter closes it and stamps the recorded times and modes.
 QSharedPointer<QZipWriter> OpenWriter(const QString& zipPath) {
     QDir().mkpath(QFileInfo(zipPath).absolutePath());
-    return QSharedPointer<QZipWriter>(new QZipWriter(zipPath, QIODevice::WriteOnly | QIODevice::Truncate),
-                                      [zipPath](QZipWriter* w) {
-                                          const EntryTimes times = PendingTimes().take(w);
-                                          w->close();
-                                          delete w;
-                                          if (!PatchEntryTimes(zipPath, times))
-                                              LXUIKIT_LOG_WARN("cannot record modification times in {}", zipPath);
-                                      });
+    auto finish = [zipPath](QZipWriter* w) {
+        const EntryMetas metas = PendingMetas().take(w);
+        w->close();
+        delete w;
+        if (!PatchEntries(zipPath, metas))
+            LXUIKIT_LOG_WARN("cannot record modification times and modes in {}", zipPath);
+    };
+    return QSharedPointer<QZipWriter>(new QZipWriter(zipPath, QIODevice::WriteOnly | QIODevice::Truncate), finish);
 }
 
 QString ParentPrefix(const QString& path) {
@@ -156,17 +266,27 @@ bool ExtractDir(const QString& zipPath, const QString& destDir) {
     }
 
     // Check every entry before writing anything.
+    QVector<CentralEntry> rawEntries;
+    {
+        QFile f(zipPath);
+        if (!f.open(QIODevice::ReadOnly) || !ReadCentralDirectory(f, rawEntries) ||
+            rawEntries.size() != reader.count()) {
+            LXUIKIT_LOG_ERROR("{} cannot be read as a zip archive", zipPath);
+            return false;
+        }
+    }
     const QVector<QZipReader::FileInfo> entries = reader.fileInfoList();
     QVector<QString> relPaths;
     relPaths.reserve(entries.size());
-    for (const QZipReader::FileInfo& e : entries) {
-        if (e.isSymLink) {
-            LXUIKIT_LOG_ERROR("refused {}: entry {} is a symbolic link", zipPath, e.filePath);
+    for (int i = 0; i < entries.size(); ++i) {
+        const QString& raw = rawEntries[i].strName;
+        if (entries[i].isSymLink) {
+            LXUIKIT_LOG_ERROR("refused {}: entry {} is a symbolic link", zipPath, raw);
             return false;
         }
-        const QString rel = SafeRelativePath(e.filePath);
+        const QString rel = SafeRelativePath(raw);
         if (rel.isEmpty()) {
-            LXUIKIT_LOG_ERROR("refused {}: entry {} leaves the destination", zipPath, e.filePath);
+            LXUIKIT_LOG_ERROR("refused {}: entry {} leaves the destination", zipPath, raw);
             return false;
         }
         relPaths.push_back(rel);
@@ -185,7 +305,7 @@ bool ExtractDir(const QString& zipPath, const QString& destDir) {
         // A link already on disk must not carry a write outside the destination.
         const QString realDir = QFileInfo(dir).canonicalFilePath();
         if (!IsInside(root, realDir)) {
-            LXUIKIT_LOG_ERROR("refused entry {}: {} resolves outside {}", e.filePath, dir, destDir);
+            LXUIKIT_LOG_ERROR("refused entry {}: {} resolves outside {}", relPaths[i], dir, destDir);
             return false;
         }
         if (e.isDir) {
@@ -193,9 +313,9 @@ bool ExtractDir(const QString& zipPath, const QString& destDir) {
                 dirTimes.push_back({target, e.lastModified});
             continue;
         }
-        const QByteArray data = reader.fileData(e.filePath);
-        if (data.size() != e.size) {
-            LXUIKIT_LOG_ERROR("entry {} of {} is corrupt ({} of {} bytes)", e.filePath, zipPath, data.size(), e.size);
+        const QByteArray data = reader.fileData(rawEntries[i].strName);
+        if (data.size() != e.size || Crc32(data) != e.crc) {
+            LXUIKIT_LOG_ERROR("entry {} of {} is corrupt ({} of {} bytes)", relPaths[i], zipPath, data.size(), e.size);
             return false;
         }
         if (QFileInfo(target).isSymLink())
@@ -210,8 +330,9 @@ bool ExtractDir(const QString& zipPath, const QString& destDir) {
             return false;
         }
         FrameWork::AddIOWrite(target, uint64_t(data.size()));
-        if (e.permissions)
-            out.setPermissions(e.permissions | QFile::ReadOwner | QFile::WriteOwner);
+        if (rawEntries[i].bUnix && (rawEntries[i].u32Attributes >> 16) != 0)
+            out.setPermissions(ModeToPermissions(rawEntries[i].u32Attributes >> 16) | QFile::ReadOwner |
+                               QFile::WriteOwner);
         if (e.lastModified.isValid())
             out.setFileTime(e.lastModified, QFileDevice::FileModificationTime);
         out.close();
@@ -268,7 +389,7 @@ bool CompressDir(QSharedPointer<QZipWriter> writer, const QString& dirPath, cons
     const QString dirEntry = StripPrefix(absPath, stripPrefix) + QLatin1Char('/');
     writer->setCreationPermissions(fi.permissions());
     writer->addDirectory(dirEntry);
-    PendingTimes()[writer.data()].insert(dirEntry, fi.lastModified());
+    PendingMetas()[writer.data()].insert(dirEntry, EntryMeta{fi.lastModified(), fi.permissions()});
 
     const QDir dir(absPath);
     bool ok = true;
@@ -308,7 +429,7 @@ bool CompressFile(QSharedPointer<QZipWriter> writer, const QString& filePath, co
     const QString entry = StripPrefix(fi.absoluteFilePath(), stripPrefix);
     writer->setCreationPermissions(fi.permissions());
     writer->addFile(entry, data);
-    PendingTimes()[writer.data()].insert(entry, fi.lastModified());
+    PendingMetas()[writer.data()].insert(entry, EntryMeta{fi.lastModified(), fi.permissions()});
     if (writer->status() != QZipWriter::NoError) {
         LXUIKIT_LOG_ERROR("unable to write:{}", entry);
         return false;

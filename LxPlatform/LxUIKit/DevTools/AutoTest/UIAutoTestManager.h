@@ -8,7 +8,8 @@
 // A plug-in is a shared library exporting
 //   extern "C" bool LxUIAutoTest_Start(QObject* application);
 //   extern "C" void LxUIAutoTest_Stop();
-// Init() loads it and calls Start; UnInit() calls Stop and unloads it. Every outcome is logged;
+// Init() loads it and calls Start; UnInit() calls Stop and unloads it, so after Stop nothing the
+// plug-in made may still point into its code or static data. Every outcome is logged;
 // no INI file or no Plugin key simply means no automation.
 
 #include <QLibrary>

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Builds the project and runs the whole test suite (QtTest through CTest, offscreen platform).
+#   scripts/test.sh              debug build in build/
+#   scripts/test.sh --sanitize   AddressSanitizer + UndefinedBehaviorSanitizer build in build-asan/
+# Extra arguments after "--" go to ctest (for example: scripts/test.sh -- -R zip).
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+dir="${LX_BUILD_DIR:-$LX_ROOT/build}"
+cmake_args=()
+if [ "${1:-}" = "--sanitize" ]; then
+  shift
+  dir="${LX_BUILD_DIR:-$LX_ROOT/build-asan}"
+  cmake_args=(-DLX_SANITIZE=ON -DLX_BUILD_GALLERY=OFF -DLX_BUILD_BENCH=OFF)
+  export ASAN_OPTIONS="detect_leaks=0:abort_on_error=1"
+  export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
+fi
+[ "${1:-}" = "--" ] && shift
+
+lx_install_missing
+start=$(date +%s)
+lx_build "$dir" "${cmake_args[@]}"
+built=$(date +%s)
+lx_log "Running tests in $dir"
+cd "$dir"
+ctest --output-on-failure -j "${LX_JOBS:-$(nproc)}" "$@"
+done_at=$(date +%s)
+lx_log "Build took $((built - start)) s, tests took $((done_at - built)) s"

@@ -1,0 +1,187 @@
+// Logging, soft assertions and IO counters of the core runtime.
+
+#include <LxCore/FileSystem.h>
+#include <LxCore/FrameWork.h>
+#include <LxCore/LxLog.h>
+#include <LxCore/ProductPath.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+#include <QtTest>
+
+#include "LxTestSupport.h"
+
+class TestFrameWork : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void logRecordsReachFileHookAndStatistics();
+    void statisticsCountPerCallSiteLevelAndModule();
+    void logFileRotatesAtItsSizeBound();
+    void badFormatPatternNeverThrows();
+    void recordsFromOtherThreadsReachTheHook();
+    void qtMessagesArriveAsQtCategory();
+    void softAssertionsAreRecordedAndNeverAbort();
+    void mainThreadAssertionFiresOnlyOffTheGuiThread();
+    void ioCountersFollowFileHelpers();
+};
+
+void TestFrameWork::logRecordsReachFileHookAndStatistics() {
+    lxtest::TempProductRoot root;
+    lxtest::LogCapture capture;
+    LX_LOG_INFO("LxTest", "hello {} {}", QStringLiteral("世界"), 42);
+
+    const auto records = capture.records();
+    QCOMPARE(int(records.size()), 1);
+    QCOMPARE(records[0].strText, QStringLiteral("hello 世界 42"));
+    QCOMPARE(records[0].strModule, std::string("LxTest"));
+    QCOMPARE(records[0].i32Level, int(FrameWork::kLogInfo));
+    QCOMPARE(records[0].strFile, std::string("tests/LxCore/tst_framework.cpp"));
+    QVERIFY(records[0].bMainThread);
+
+    QFile f(FrameWork::GetLogFilePath());
+    QVERIFY(f.fileName().startsWith(root.path() + QStringLiteral("/log/")));
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    const QString content = QString::fromUtf8(f.readAll());
+    QVERIFY(content.contains(QStringLiteral("[INFO] [LxTest]")));
+    QVERIFY(content.contains(QStringLiteral("hello 世界 42")));
+}
+
+void TestFrameWork::statisticsCountPerCallSiteLevelAndModule() {
+    lxtest::TempProductRoot root;
+    FrameWork::ResetLogStatistics();
+    for (int i = 0; i < 3; ++i)
+        LX_LOG_WARN("ModA", "warn {}", i);
+    const int warnLine = __LINE__ - 1;
+    LX_LOG_ERROR("ModB", "error");
+
+    const FrameWork::LogStatisticsContext stats = FrameWork::GetLogStatistics();
+    QCOMPARE(stats.u64Total, uint64_t(4));
+    QCOMPARE(stats.mapCountPerLevel.at(FrameWork::kLogWarning), uint64_t(3));
+    QCOMPARE(stats.mapCountPerLevel.at(FrameWork::kLogError), uint64_t(1));
+    QCOMPARE(stats.mapCountPerModule.at("ModA"), uint64_t(3));
+    QCOMPARE(stats.mapCountPerModule.at("ModB"), uint64_t(1));
+    QCOMPARE(int(stats.vecCallSites.size()), 2);
+    bool found = false;
+    for (const auto& site : stats.vecCallSites)
+        if (site.i32Line == warnLine) {
+            found = true;
+            QCOMPARE(site.u64Count, uint64_t(3));
+            QCOMPARE(site.strModule, std::string("ModA"));
+            QCOMPARE(site.strFunction, std::string("statisticsCountPerCallSiteLevelAndModule"));
+        }
+    QVERIFY(found);
+}
+
+void TestFrameWork::logFileRotatesAtItsSizeBound() {
+    lxtest::TempProductRoot root;
+    FrameWork::SetLogFileSizeLimit(4096);
+    const QString line(200, QLatin1Char('x'));
+    for (int i = 0; i < 100; ++i)
+        LX_LOG_INFO("LxTest", "{} {}", i, line);
+    FrameWork::SetLogFileSizeLimit(10 * 1024 * 1024);
+
+    const QString path = FrameWork::GetLogFilePath();
+    QVERIFY(QFileInfo::exists(path + QStringLiteral(".1")));
+    QVERIFY(QFileInfo::exists(path + QStringLiteral(".3")));
+    QVERIFY(!QFileInfo::exists(path + QStringLiteral(".4")));  // only three old files are kept
+    QVERIFY(QFileInfo(path).size() < 4096 + 400);
+    // The newest record is in the current file.
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    QVERIFY(f.readAll().contains("99 xxx"));
+}
+
+void TestFrameWork::badFormatPatternNeverThrows() {
+    lxtest::LogCapture capture;
+    LX_LOG_INFO("LxTest", "missing argument {} {}", 1);
+    QCOMPARE(capture.texts().size(), 1);
+    QVERIFY(capture.texts().first().startsWith(QStringLiteral("<bad log format>")));
+}
+
+void TestFrameWork::recordsFromOtherThreadsReachTheHook() {
+    lxtest::LogCapture capture;
+    QVector<QThread*> threads;
+    for (int t = 0; t < 4; ++t)
+        threads << QThread::create([t] {
+            for (int i = 0; i < 50; ++i)
+                LX_LOG_DEBUG("LxTest", "thread {} record {}", t, i);
+        });
+    for (QThread* th : threads)
+        th->start();
+    for (QThread* th : threads) {
+        QVERIFY(th->wait(10000));
+        delete th;
+    }
+    const auto records = capture.records();
+    QCOMPARE(int(records.size()), 200);
+    for (const auto& r : records)
+        QVERIFY(!r.bMainThread);
+}
+
+void TestFrameWork::qtMessagesArriveAsQtCategory() {
+    lxtest::LogCapture capture;
+    const QtMessageHandler previous = FrameWork::InstallQtMessageHandler();
+    qWarning("a Qt warning %d", 7);
+    qInstallMessageHandler(previous);
+    const auto records = capture.records();
+    QCOMPARE(int(records.size()), 1);
+    QCOMPARE(records[0].strModule, std::string("#Qt#"));
+    QCOMPARE(records[0].i32Level, int(FrameWork::kLogQt));
+    QCOMPARE(records[0].strText, QStringLiteral("a Qt warning 7"));
+}
+
+void TestFrameWork::softAssertionsAreRecordedAndNeverAbort() {
+    lxtest::LogCapture capture;
+    {
+        lxtest::AssertRecorder rec;
+        int* p = nullptr;
+        const int line = __LINE__ + 1;
+        QVERIFY(!LXUIKIT_ASSERT(p != nullptr));
+        QVERIFY(LXUIKIT_ASSERT(1 + 1 == 2));
+        QCOMPARE(rec.count(), 1);
+        const auto a = rec.asserts().front();
+        QCOMPARE(a.strModule, std::string("LxUIKit"));
+        QCOMPARE(a.strFile, std::string("tests/LxCore/tst_framework"));  // extension dropped
+        QCOMPARE(a.strExpression, std::string("p != nullptr"));
+        QCOMPARE(a.i32Line, line);
+    }
+    QVERIFY(capture.contains(QStringLiteral("ASSERT FAILED: p != nullptr")));
+    // Without a recorder the assertion is only logged: the process goes on.
+    QVERIFY(!LX_ASSERT("LxTest", false));
+}
+
+void TestFrameWork::mainThreadAssertionFiresOnlyOffTheGuiThread() {
+    lxtest::AssertRecorder rec;
+    QVERIFY(LX_ASSERT_MAIN_THREAD("LxTest"));
+    bool onWorker = true;
+    QThread* th = QThread::create([&] { onWorker = LX_ASSERT_MAIN_THREAD("LxTest"); });
+    th->start();
+    QVERIFY(th->wait(5000));
+    delete th;
+    QVERIFY(!onWorker);
+    QCOMPARE(rec.count(), 1);
+    QCOMPARE(rec.asserts().front().strExpression, std::string("InMainThread"));
+}
+
+void TestFrameWork::ioCountersFollowFileHelpers() {
+    lxtest::TempProductRoot root;
+    const QString path = root.path() + QStringLiteral("/io/data.bin");
+    QVERIFY(core::fs::WriteFile(path, QByteArray(1000, 'a')));
+    QVERIFY(core::fs::AppendFile(path, QByteArray(24, 'b')));
+    QByteArray back;
+    QVERIFY(core::fs::ReadFile(path, back));
+    QCOMPARE(back.size(), 1024);
+    QVERIFY(!core::fs::ReadFile(path + QStringLiteral(".missing"), back));
+
+    const auto io = FrameWork::GetIOStaticstic();
+    const FrameWork::IOStatistic s = io.at(path);
+    QCOMPARE(s.u64WriteCount, uint64_t(2));
+    QCOMPARE(s.u64WriteBytes, uint64_t(1024));
+    QCOMPARE(s.u64ReadCount, uint64_t(1));
+    QCOMPARE(s.u64ReadBytes, uint64_t(1024));
+    QVERIFY(io.find(path + QStringLiteral(".missing")) == io.end());
+}
+
+QTEST_GUILESS_MAIN(TestFrameWork)
+#include "tst_framework.moc"
