@@ -157,21 +157,21 @@ void GalleryWindow::ApplyTheme() {
     setStyleSheet(
         QStringLiteral(
             "QMainWindow, QWidget#GalleryCentral, QStackedWidget, QScrollArea, QScrollArea > QWidget > QWidget"
-            " { background:%1; color:%5; }"
-            "QWidget#GalleryBar { background:%2; border-bottom:1px solid %7; }"
-            "QListWidget#GalleryPageList { background:%2; color:%5; border:none;"
-            " border-right:1px solid %7; padding-top:8px; font-size:14px; }"
+            " { background:%1; color:%4; }"
+            "QWidget#GalleryBar { background:%2; border-bottom:1px solid %6; }"
+            "QListWidget#GalleryPageList { background:%2; color:%4; border:none;"
+            " border-right:1px solid %6; padding-top:8px; font-size:14px; }"
             "QListWidget#GalleryPageList::item { padding:8px 14px; }"
-            "QListWidget#GalleryPageList::item:selected { background:%3; color:%9; }"
-            "QLabel { color:%5; background:transparent; }"
-            "QLabel[role=\"hint\"] { color:%6; }"
-            "QGroupBox { color:%5; border:1px solid %8; border-radius:6px; margin-top:14px; padding:10px; }"
+            "QListWidget#GalleryPageList::item:selected { background:%3; color:%8; border-left:3px solid %8; }"
+            "QLabel { color:%4; background:transparent; }"
+            "QLabel[role=\"hint\"] { color:%5; }"
+            "QGroupBox { color:%4; border:1px solid %7; border-radius:6px; margin-top:14px; padding:10px; }"
             "QGroupBox::title { subcontrol-origin: margin; left:10px; padding:0 4px; }"
-            "QPushButton { background:%3; color:%5; border:1px solid %8; border-radius:4px; padding:5px 12px; }"
-            "QPushButton:hover { border-color:%9; }"
-            "QLineEdit, QComboBox, QPlainTextEdit, QTreeWidget, QListWidget { background:%1; color:%5;"
-            " border:1px solid %8; border-radius:4px; padding:3px; }"
-            "QComboBox QAbstractItemView { background:%1; color:%5; }"
-            "QHeaderView::section { background:%2; color:%6; border:none; padding:4px; }")
-            .arg(bg, bg2, bg3, QString(), text, text2, line, border, link));
+            "QPushButton { background:%3; color:%4; border:1px solid %7; border-radius:4px; padding:5px 12px; }"
+            "QPushButton:hover { border-color:%8; }"
+            "QLineEdit, QComboBox, QPlainTextEdit, QTreeWidget, QListWidget { background:%1; color:%4;"
+            " border:1px solid %7; border-radius:4px; padding:3px; }"
+            "QComboBox QAbstractItemView { background:%1; color:%4; }"
+            "QHeaderView::section { background:%2; color:%5; border:none; padding:4px; }")
+            .arg(bg, bg2, bg3, text, text2, line, border, link));
 }

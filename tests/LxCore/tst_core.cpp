@@ -42,7 +42,7 @@ void TestCore::postRunsOnMainThreadInOrderFromAnyThread() {
     QThread* worker = QThread::create([&] {
         for (int i = 0; i < 100; ++i)
             core::post::ToMain([&, i] {
-                if (QThread::currentThread() != qApp->thread())
+                if (QThread::currentThread() != QCoreApplication::instance()->thread())
                     ++offMain;
                 seen.push_back(i);
             });
@@ -75,7 +75,7 @@ void TestCore::postDelayWaitsAtLeastItsDelay() {
     QThread* worker = QThread::create([&] {
         core::post::ToMainDelay(
             [&] {
-                QVERIFY(QThread::currentThread() == qApp->thread());
+                QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
                 ranAfter = timer.elapsed();
             },
             120);

@@ -86,7 +86,7 @@ core::network::http::DoneCallback Into(Result& r) {
     return [&r](const core::network::http::Response& resp) {
         r.done = true;
         r.resp = resp;
-        r.onMain = QThread::currentThread() == qApp->thread();
+        r.onMain = QThread::currentThread() == QCoreApplication::instance()->thread();
     };
 }
 

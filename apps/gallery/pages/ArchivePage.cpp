@@ -7,6 +7,7 @@
 #include <LxCore/ProductPath.h>
 #include <LxCore/SafeQtConnect.h>
 #include <LxStdUI/FontToken.h>
+#include <LxStdUI/MultiLang.h>
 #include <LxUIKit/LxGuiHelper.h>
 #include <LxUIKit/Zip/LxZip.h>
 
@@ -162,7 +163,9 @@ private:
     void ShowResult(bool ok, const QString& text) {
         m_pStatus->setText(text);
         m_pStatus->setStyleSheet(ok ? QStringLiteral("color:#28a745;") : QStringLiteral("color:#dc3545;"));
-        gui::ShowSimpleToast(text, ok ? TriBool::True : TriBool::False, 1000);
+        gui::ShowSimpleToast(ok ? lxstdui_multi_lang::zip_helper::textArchiveDone()
+                                : lxstdui_multi_lang::zip_helper::textArchiveFailed(),
+                             ok ? TriBool::True : TriBool::False, 1000);
     }
 
     void ListEntries() {

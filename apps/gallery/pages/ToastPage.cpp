@@ -3,11 +3,13 @@
 #include "GalleryPages.h"
 
 #include <LxCore/SafeQtConnect.h>
+#include <LxCore/Scheme.h>
 #include <LxStdUI/FontToken.h>
 #include <LxUIKit/LxGuiHelper.h>
 
 #include <QDateTime>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -72,6 +74,16 @@ QWidget* CreateToastPage(QWidget* parent) {
     }
     grid->setColumnStretch(3, 1);
     layout->addLayout(grid);
+
+    // A link the application cannot open: the kit's load-failure dialog, in the current language.
+    auto* scheme = new QPushButton(QStringLiteral("Open lxdemo://quote?id=700 (no handler)"), page);
+    scheme->setObjectName(QStringLiteral("ToastUnknownScheme"));
+    LX_SAFE_CONNECT(scheme, &QPushButton::clicked, page,
+                    [page] { core::scheme::OpenUrl(QStringLiteral("lxdemo://quote?id=700"), page); });
+    auto* schemeRow = new QHBoxLayout;
+    schemeRow->addWidget(scheme);
+    schemeRow->addStretch(1);
+    layout->addLayout(schemeRow);
     layout->addWidget(new QLabel(QStringLiteral("Shown"), page));
     layout->addWidget(history, 1);
     return page;
