@@ -30,49 +30,35 @@ QHash<QZipWriter*, EntryMetas>& PendingMetas() {
     return s;
 }
 
+// Unix mode bits and the permissions they stand for (owner bits cover both Owner and User).
+const struct {
+    quint32 u32Bit;
+    QFile::Permissions permissions;
+} kModeBits[] = {
+    {0400, QFile::ReadOwner | QFile::ReadUser},
+    {0200, QFile::WriteOwner | QFile::WriteUser},
+    {0100, QFile::ExeOwner | QFile::ExeUser},
+    {040, QFile::ReadGroup},
+    {020, QFile::WriteGroup},
+    {010, QFile::ExeGroup},
+    {04, QFile::ReadOther},
+    {02, QFile::WriteOther},
+    {01, QFile::ExeOther},
+};
+
 quint32 PermissionsToMode(QFile::Permissions p) {
     quint32 m = 0;
-    if (p & (QFile::ReadOwner | QFile::ReadUser))
-        m |= 0400;
-    if (p & (QFile::WriteOwner | QFile::WriteUser))
-        m |= 0200;
-    if (p & (QFile::ExeOwner | QFile::ExeUser))
-        m |= 0100;
-    if (p & QFile::ReadGroup)
-        m |= 040;
-    if (p & QFile::WriteGroup)
-        m |= 020;
-    if (p & QFile::ExeGroup)
-        m |= 010;
-    if (p & QFile::ReadOther)
-        m |= 04;
-    if (p & QFile::WriteOther)
-        m |= 02;
-    if (p & QFile::ExeOther)
-        m |= 01;
+    for (const auto& bit : kModeBits)
+        if (p & bit.permissions)
+            m |= bit.u32Bit;
     return m;
 }
 
 QFile::Permissions ModeToPermissions(quint32 m) {
     QFile::Permissions p;
-    if (m & 0400)
-        p |= QFile::ReadOwner | QFile::ReadUser;
-    if (m & 0200)
-        p |= QFile::WriteOwner | QFile::WriteUser;
-    if (m & 0100)
-        p |= QFile::ExeOwner | QFile::ExeUser;
-    if (m & 040)
-        p |= QFile::ReadGroup;
-    if (m & 020)
-        p |= QFile::WriteGroup;
-    if (m & 010)
-        p |= QFile::ExeGroup;
-    if (m & 04)
-        p |= QFile::ReadOther;
-    if (m & 02)
-        p |= QFile::WriteOther;
-    if (m & 01)
-        p |= QFile::ExeOther;
+    for (const auto& bit : kModeBits)
+        if (m & bit.u32Bit)
+            p |= bit.permissions;
     return p;
 }
 
