@@ -70,6 +70,7 @@ public:
     QSizeF size;
     qreal idealWidth = 0;
     int i32LineCount = 0;
+    int i32LayoutPasses = 0;
 
     const BlockInfo* Find(int i32Position) const {
         auto it = std::lower_bound(vecBlocks.begin(), vecBlocks.end(), i32Position,
@@ -110,6 +111,7 @@ void CLxRichTextLayout::EnsureLayout() const {
     if (!d->bDirty)
         return;
     d->bDirty = false;  // first: inline-object handlers may ask for sizes while we lay out
+    ++d->i32LayoutPasses;
     QTextDocument* doc = document();
     const QSizeF oldSize = d->size;
     d->vecBlocks.clear();
@@ -291,6 +293,8 @@ QTextLine CLxRichTextLayout::GetLine(int i32Index, QTextBlock* pBlock) const {
     }
     return QTextLine();
 }
+
+int CLxRichTextLayout::GetLayoutPassCount() const { return m_pPrivate->i32LayoutPasses; }
 
 qreal CLxRichTextLayout::GetIdealWidth() const {
     EnsureLayout();

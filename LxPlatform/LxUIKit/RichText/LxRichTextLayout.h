@@ -60,6 +60,8 @@ public:
     QTextLine GetLine(int i32Index, QTextBlock* pBlock = nullptr) const;
     // Widest line's natural right edge plus the right margins: the width the content really uses.
     qreal GetIdealWidth() const;
+    // How many times the document was laid out (for diagnostics and tests of caching).
+    int GetLayoutPassCount() const;
     // Where "..." is drawn for a cut block, in document coordinates; empty when none is drawn.
     QRectF GetEllipsisRect(const QTextBlock& block) const;
 
