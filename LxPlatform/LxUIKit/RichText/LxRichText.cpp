@@ -528,25 +528,35 @@ QSize CLxRichText::sizeHint() const {
     return m_sizeHint;
 }
 
-// As Qt's label: a wrapped text is no wider than about 80 characters; the minimum is one line
-// high at full width and a few characters wide.
+// As Qt's label, a wrapped text is no wider than about 80 characters. The minimum is a few
+// characters wide and one line high: the height comes from heightForWidth, and a taller minimum
+// would leave room under a text that is cut at a narrower width.
 QSize CLxRichText::minimumSizeHint() const {
     if (m_bValidHints)
         return m_minimumSizeHint;
     auto* self = const_cast<CLxRichText*>(this);
-    const int desired = qMax(1, self->GetDesiredWidth());
+    const QMargins m = contentsMargins();
+    const int extraW = m.left() + m.right() + 2 * frameWidth();
+    const int extraH = m.top() + m.bottom() + 2 * frameWidth();
+    int desired = 1;
+    int firstLine = 0;
+    if (QTextDocument* pDoc = self->DocumentForWidth(-1)) {
+        auto* pLayout = qobject_cast<CLxRichTextLayout*>(pDoc->documentLayout());
+        desired = qMax(1, qCeil(pDoc->documentLayout()->documentSize().width()) + extraW);
+        QTextBlock block;
+        const QTextLine line = pLayout ? pLayout->GetLine(0, &block) : QTextLine();
+        if (line.isValid())
+            firstLine = qCeil(block.layout()->position().y() + line.y() + line.height()) + extraH;
+    }
     if (m_enWrapMode == NoWrap) {
         m_sizeHint = self->SizeForWidth(desired, true);
         m_minimumSizeHint = m_sizeHint;
     } else {
         const QFontMetrics fm(font());
-        const QMargins m = contentsMargins();
-        const int extra = m.left() + m.right() + 2 * frameWidth();
-        const int cap = fm.horizontalAdvance(QLatin1Char('x')) * 80 + extra;
-        const int w = qMin(desired, cap);
+        const int w = qMin(desired, fm.horizontalAdvance(QLatin1Char('x')) * 80 + extraW);
         m_sizeHint = QSize(w, self->SizeForWidth(w, true).height());
-        const int minHeight = desired <= cap ? m_sizeHint.height() : self->SizeForWidth(desired, true).height();
-        m_minimumSizeHint = QSize(qMin(w, fm.horizontalAdvance(QLatin1Char('x')) * 4 + extra), minHeight);
+        m_minimumSizeHint =
+            QSize(qMin(w, fm.horizontalAdvance(QLatin1Char('x')) * 4 + extraW), qMin(m_sizeHint.height(), firstLine));
     }
     m_bValidHints = true;
     return m_minimumSizeHint;
