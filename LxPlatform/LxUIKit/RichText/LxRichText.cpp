@@ -279,7 +279,8 @@ QString CLxRichText::text() const {
 
 void CLxRichText::setText(const QString& strHtml) {
     m_strText = strHtml;
-    if (m_pControl) {
+    // Setting the control's cursor makes it lay the document out for the caret: only when needed.
+    if (m_pControl && m_pControl->textCursor().hasSelection()) {
         QTextCursor c = m_pControl->textCursor();
         c.clearSelection();
         m_pControl->setTextCursor(c);

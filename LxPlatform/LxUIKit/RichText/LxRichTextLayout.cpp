@@ -216,6 +216,8 @@ void CLxRichTextLayout::EnsureLayout() const {
                     QFont font = FormatAt(block, qMax(0, lastChar)).font().resolve(doc->defaultFont());
                     const QFontMetricsF fm = pDevice ? QFontMetricsF(font, pDevice) : QFontMetricsF(font);
                     info.ellipsisWidth = fm.horizontalAdvance(kEllipsis);
+                    if (info.ellipsisWidth <= 0)
+                        info.ellipsisWidth = d->i32EllipsisWidth;
                     info.ellipsisFont = font;
                     const qreal indent = count == 1 ? bf.textIndent() : 0;
                     last.setLineWidth(qMax<qreal>(0, lineWidth - indent - info.ellipsisWidth));

@@ -14,7 +14,8 @@
 // Text after a cut gets no lines at all, so the document size, and with it the widget's size,
 // covers only the visible lines. The "..." is drawn in the font of the last character shown and
 // the line is narrowed by its width in that font, so it fits whatever size the text has; the width
-// of "..." in the application's default font (GetEllipsisWidth) is used for a block without text.
+// of "..." in the application's default font (GetEllipsisWidth, measured once) is the fallback when
+// that font gives none.
 //
 // Layout is lazy: a change only marks the layout dirty and asks for a repaint; sizes, hit tests
 // and painting lay the document out when they need it. The setters do not relayout by

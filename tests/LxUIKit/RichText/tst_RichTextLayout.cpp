@@ -388,6 +388,22 @@ private slots:
         QCOMPARE(drawn(f), QColor(Qt::red));
         p.end();
         QCOMPARE(rec.count(), 2);
+
+        // States: a variant file when there is one; a disabled icon without one is faded.
+        lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Light);
+        lxtest::WriteFile(dir.filePath(QStringLiteral("icons/chip_hover.svg")),
+                          SvgRect(QStringLiteral("#00ff00")).toUtf8());
+        auto icon = lx_ui_res::SvgIconRenderer::get(QStringLiteral("icons/chip.svg"));
+        QVERIFY(icon);
+        QCOMPARE(icon->defaultSize(), QSizeF(10, 10));
+        auto pixel = [&](lx_ui_res::SvgIconRenderer::State state) {
+            return icon->pixmap(QSize(8, 8), 2.0, state).toImage().pixelColor(8, 8);
+        };
+        QCOMPARE(pixel(lx_ui_res::SvgIconRenderer::Normal), QColor(Qt::blue));
+        QCOMPARE(pixel(lx_ui_res::SvgIconRenderer::Hover), QColor(Qt::green));
+        QCOMPARE(pixel(lx_ui_res::SvgIconRenderer::Pressed), QColor(Qt::blue));
+        QCOMPARE(pixel(lx_ui_res::SvgIconRenderer::Disabled).alpha(), qRound(255 * 0.4));
+        QVERIFY(!lx_ui_res::SvgIconRenderer::get(QStringLiteral("icons/none.svg")));
     }
 
     void textBlockHandlers() {
