@@ -2,6 +2,8 @@
 // Umbrella header of the standard UI library.
 #include <LxStdUI/FontToken.h>
 #include <LxStdUI/LDialog.h>
+#include <LxStdUI/LWidgetUtil.h>
 #include <LxStdUI/MultiLang.h>
 #include <LxStdUI/ResProvider.h>
+#include <LxStdUI/SvgIconRenderer.h>
 #include <LxStdUI/ThemeManager.h>

@@ -1,0 +1,10 @@
+#pragma once
+// User chips: text blocks (see LxTextBlockObjectHandlerBase.h) for user mentions in editors.
+
+#include <LxUIKit/LxTextObjectHandler/LxTextBlockObjectHandlerBase.h>
+
+class CLxUserObjectHandler : public CLxTextBlockObjectHandlerBase {
+    Q_OBJECT
+public:
+    explicit CLxUserObjectHandler(QObject* pParent = nullptr) : CLxTextBlockObjectHandlerBase(pParent) {}
+};

@@ -1,0 +1,116 @@
+#include <LxUIKit/RichText/LxRichTextSnippetBase.h>
+
+#include <LxStdUI/FontToken.h>
+#include <LxStdUI/ResProvider.h>
+#include <LxUIKit/RichText/ILxRichTextData.h>
+
+void CLxRichTextSnippetBase::CreatHtml(unsigned int, std::shared_ptr<LxRichTextConfig>) { m_strHtml.clear(); }
+
+ILxRichTextData* CLxRichTextSnippetBase::GetData() { return dynamic_cast<ILxRichTextData*>(this); }
+
+QString CLxRichTextSnippetBase::FormatStyleHtml(bool bBold, bool bUnderline, const QString& strColorKey,
+                                                const QString& strFontToken) {
+    QString style;
+    style.reserve(96);
+    if (bBold)
+        style += QLatin1String("font-weight:bold;");
+    style += QLatin1String("text-decoration:");
+    style += bUnderline ? QLatin1String("underline;") : QLatin1String("none;");
+    if (!strColorKey.isEmpty()) {
+        std::shared_ptr<const lx_ui_res::ColorString> spColor;
+        lx_ui_res::Provider::instance()->get(spColor, strColorKey);
+        if (!spColor)
+            spColor = std::make_shared<const lx_ui_res::ColorString>();
+        style += QLatin1String("color:") + spColor->str() + QLatin1Char(';');
+    }
+    if (!strFontToken.isEmpty()) {
+        // The token sits inside a single-quoted attribute: keep only identifier characters.
+        QString token;
+        token.reserve(strFontToken.size());
+        for (QChar c : strFontToken)
+            if (c.isLetterOrNumber() || c == QLatin1Char('_') || c == QLatin1Char('-'))
+                token += c;
+        style += QLatin1String(" font-token:") + token + QLatin1Char(';');
+        const int px = LFontTokenLoader::pixelSize(strFontToken);
+        if (px > 0)
+            style += QLatin1String(" font-size:") + QString::number(px) + QLatin1String("px;");
+    }
+    return QLatin1String(" style =' ") + style + QLatin1Char('\'');
+}
+
+// One pass with the same result as the replacements applied one after another: no replacement
+// produces a character that a later one would touch.
+QString CLxRichTextSnippetBase::ReplaceHtmlCharacters(const QString& strText) {
+    QString out;
+    out.reserve(strText.size() + strText.size() / 8 + 8);
+    const int n = strText.size();
+    for (int i = 0; i < n; ++i) {
+        const QChar c = strText.at(i);
+        switch (c.unicode()) {
+        case '&': out += QLatin1String("&amp;"); break;
+        case '<': out += QLatin1String("&lt;"); break;
+        case '>': out += QLatin1String("&gt;"); break;
+        case '"': out += QLatin1String("&quot;"); break;
+        case '\'': out += QLatin1String("&apos;"); break;
+        case '`': out += QLatin1String("&#96;"); break;
+        case '/': out += QLatin1String("&#x2F;"); break;
+        case '\r':
+            if (i + 1 < n && strText.at(i + 1) == QLatin1Char('\n'))
+                ++i;
+            out += QLatin1String("<br>");
+            break;
+        case '\n': out += QLatin1String("<br>"); break;
+        default: out += c;
+        }
+    }
+    return out;
+}
+
+namespace {
+bool IsWhiteSpace(QChar c) {
+    const ushort u = c.unicode();
+    return (u >= 9 && u <= 13) || u == 32 || u == 133 || u == 160 || c.isSpace();
+}
+}  // namespace
+
+QString CLxRichTextSnippetBase::insertZeroWidthSpaces(const QString& strText) {
+    QString out;
+    out.reserve(strText.size() + 4);
+    bool bInRun = false;
+    for (QChar c : strText) {
+        out += c;
+        if (IsWhiteSpace(c)) {
+            if (bInRun)
+                out += QChar(0x200B);
+            bInRun = true;
+        } else {
+            bInRun = false;
+        }
+    }
+    return out;
+}
+
+QString CLxRichTextSnippetBase::EscapeHtmlAttribute(const QString& strValue) {
+    QString out;
+    out.reserve(strValue.size() + 8);
+    for (QChar c : strValue) {
+        switch (c.unicode()) {
+        case '&': out += QLatin1String("&amp;"); break;
+        case '<': out += QLatin1String("&lt;"); break;
+        case '>': out += QLatin1String("&gt;"); break;
+        case '"': out += QLatin1String("&quot;"); break;
+        case '\'': out += QLatin1String("&#39;"); break;
+        default: out += c;
+        }
+    }
+    return out;
+}
+
+QString CLxRichTextSnippetBase::AnchorHtml(unsigned int index, const QString& strStyle, const QString& strText,
+                                           const char* szExtra) {
+    QString html;
+    html.reserve(strStyle.size() + strText.size() + 32);
+    html += QLatin1String("<a href=\"") + QString::number(index) + QLatin1Char('"') + QLatin1String(szExtra) +
+            strStyle + QLatin1Char('>') + strText + QLatin1String("</a>");
+    return html;
+}

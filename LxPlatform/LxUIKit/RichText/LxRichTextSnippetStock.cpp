@@ -1,0 +1,25 @@
+#include <LxUIKit/RichText/LxRichTextSnippetStock.h>
+
+void CLxRichTextSnippetStock::CreatHtml(unsigned int index, std::shared_ptr<LxRichTextConfig> spConfig) {
+    if (!spConfig)
+        return;
+    const std::shared_ptr<LxRichTextConfig> cfg = EffectiveConfig(spConfig);
+    m_strHtml = AnchorHtml(index, FormatStyleHtml(cfg->bBold, cfg->bUnderline, cfg->strStockColor, cfg->strFontToken),
+                           m_strShownText);
+}
+
+void CLxRichTextSnippetStock::SetStockData(uint64_t stockID, const QString& stockName) {
+    CLxRichTextDataStock::SetStockData(stockID, stockName);
+    m_strShownText = ReplaceHtmlCharacters(stockName);
+}
+
+void CLxRichTextSnippetStock::SetStockIdAndDisplayText(uint64_t stockID, const QString& displayText) {
+    CLxRichTextDataStock::SetStockIdAndDisplayText(stockID, displayText);
+    m_strShownText = ReplaceHtmlCharacters(displayText);
+}
+
+bool CLxRichTextSnippetStock::FromProtoValue(const core::CProtoValue& value) {
+    CLxRichTextDataStock::FromProtoValue(value);
+    m_strShownText = ReplaceHtmlCharacters(m_strDisplayText.isEmpty() ? m_strStockName : m_strDisplayText);
+    return true;
+}

@@ -1,0 +1,27 @@
+#include <LxUIKit/RichText/LxRichTextSnippetUser.h>
+
+void CLxRichTextSnippetUser::CreatHtml(unsigned int index, std::shared_ptr<LxRichTextConfig> spConfig) {
+    if (!spConfig)
+        return;
+    const std::shared_ptr<LxRichTextConfig> cfg = EffectiveConfig(spConfig);
+    m_strShownText = ReplaceHtmlCharacters(GetDisplayText());
+    m_strHtml = AnchorHtml(index, FormatStyleHtml(cfg->bBold, cfg->bUnderline, cfg->strUserColor, cfg->strFontToken),
+                           m_strShownText);
+}
+
+void CLxRichTextSnippetUser::SetUserData(uint64_t userID, const QString& nickName) {
+    CLxRichTextDataUser::SetUserData(userID, nickName);
+    m_strShownText =
+        ReplaceHtmlCharacters(QStringLiteral("%1").arg(nickName.isEmpty() ? QString::number(userID, 10) : nickName));
+}
+
+void CLxRichTextSnippetUser::SetUserIDAndDisplayText(uint64_t userID, const QString& displayText) {
+    CLxRichTextDataUser::SetUserIDAndDisplayText(userID, displayText);
+    m_strShownText = ReplaceHtmlCharacters(displayText);
+}
+
+bool CLxRichTextSnippetUser::FromProtoValue(const core::CProtoValue& value) {
+    CLxRichTextDataUser::FromProtoValue(value);
+    m_strShownText = ReplaceHtmlCharacters(GetDisplayText());
+    return true;
+}
