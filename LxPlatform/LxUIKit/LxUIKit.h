@@ -10,4 +10,6 @@
 #include <LxUIKit/LxGuiHelper.h>
 #include <LxUIKit/LxLazyLoadWidget.h>
 #include <LxUIKit/LxUIKitLifecycle.h>
+#include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
+#include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/Zip/LxZip.h>
