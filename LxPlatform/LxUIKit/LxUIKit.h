@@ -11,5 +11,8 @@
 #include <LxUIKit/LxLazyLoadWidget.h>
 #include <LxUIKit/LxUIKitLifecycle.h>
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
+#include <LxUIKit/WebImage/LWebImageReloadHelper.h>
+#include <LxUIKit/WebImage/LxCenterAspectCropper.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
+#include <LxUIKit/WebImage/LxWebImageWidget.h>
 #include <LxUIKit/Zip/LxZip.h>

@@ -114,11 +114,12 @@ QRect CLxImageWidgetBase::CropRectFor(const QSize& size) const {
     return inside.isEmpty() ? QRect() : inside;
 }
 
-QPainterPath CLxImageWidgetBase::RoundedPath(const QRectF& rect, double dRadiusX, double dRadiusY) const {
+QPainterPath CLxImageWidgetBase::MakeRoundedPath(const QRectF& rect, LxCornerRadiusType type, double dRadiusX,
+                                                 double dRadiusY) {
     QPainterPath path;
     const double rx = qBound(0.0, dRadiusX, rect.width() / 2), ry = qBound(0.0, dRadiusY, rect.height() / 2);
     bool tl = false, tr = false, br = false, bl = false;
-    switch (m_enCornerType) {
+    switch (type) {
     case LxCornerRadiusType::None: break;
     case LxCornerRadiusType::All: tl = tr = br = bl = true; break;
     case LxCornerRadiusType::Top: tl = tr = true; break;
@@ -148,8 +149,8 @@ QPainterPath CLxImageWidgetBase::RoundedPath(const QRectF& rect, double dRadiusX
     return path;
 }
 
-void CLxImageWidgetBase::DrawRoundedCorner(QPixmap& pixmap) {
-    if (pixmap.isNull() || m_enCornerType == LxCornerRadiusType::None)
+void CLxImageWidgetBase::RoundPixmap(QPixmap& pixmap, LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
+    if (pixmap.isNull() || type == LxCornerRadiusType::None)
         return;
     const qreal dpr = pixmap.devicePixelRatio();
     QPixmap rounded(pixmap.size());
@@ -158,36 +159,44 @@ void CLxImageWidgetBase::DrawRoundedCorner(QPixmap& pixmap) {
     QPainter p(&rounded);
     p.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     // An antialiased mask first, then the picture kept only where the mask is.
-    p.fillPath(RoundedPath(QRectF(QPointF(0, 0), QSizeF(pixmap.size()) / dpr), m_dRadiusX, m_dRadiusY), Qt::black);
+    p.fillPath(MakeRoundedPath(QRectF(QPointF(0, 0), QSizeF(pixmap.size()) / dpr), type, dRadiusX, dRadiusY),
+               Qt::black);
     p.setCompositionMode(QPainter::CompositionMode_SourceIn);
     p.drawPixmap(0, 0, pixmap);
     p.end();
     pixmap = rounded;
 }
 
-bool CLxImageWidgetBase::GetRoundedCornerPixmapCache(QPixmap&) { return false; }
-
-void CLxImageWidgetBase::DrawBorder(QPainter& painter, const QRectF& rect) const {
-    if (m_dBorderWidth <= 0 || m_strBorderColorKey.empty() || rect.isEmpty())
+void CLxImageWidgetBase::PaintBorder(QPainter& painter, const QRectF& rect, const std::string& strColorKey,
+                                     double dWidth, LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
+    if (dWidth <= 0 || strColorKey.empty() || rect.isEmpty())
         return;
-    const QColor color = lx_ui_res::Provider::instance()->color(QString::fromStdString(m_strBorderColorKey));
+    const QColor color = lx_ui_res::Provider::instance()->color(QString::fromStdString(strColorKey));
     if (!color.isValid())
         return;
-    const double half = m_dBorderWidth / 2;
+    const double half = dWidth / 2;
     const QRectF inner = rect.adjusted(half, half, -half, -half);
     if (inner.isEmpty())
         return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, m_dBorderWidth));
+    painter.setPen(QPen(color, dWidth));
     painter.setBrush(Qt::NoBrush);
-    if (m_enCornerType == LxCornerRadiusType::None) {
+    if (type == LxCornerRadiusType::None)
         painter.drawRect(inner);
-    } else {
-        // Follow the rounded outline, the radii shrunk by the half width the stroke moved in.
-        painter.drawPath(RoundedPath(inner, qMax(0.0, m_dRadiusX - half), qMax(0.0, m_dRadiusY - half)));
-    }
+    else  // the radii shrink by the half width the stroke moved in
+        painter.drawPath(MakeRoundedPath(inner, type, qMax(0.0, dRadiusX - half), qMax(0.0, dRadiusY - half)));
     painter.restore();
+}
+
+void CLxImageWidgetBase::DrawRoundedCorner(QPixmap& pixmap) {
+    RoundPixmap(pixmap, m_enCornerType, m_dRadiusX, m_dRadiusY);
+}
+
+bool CLxImageWidgetBase::GetRoundedCornerPixmapCache(QPixmap&) { return false; }
+
+void CLxImageWidgetBase::DrawBorder(QPainter& painter, const QRectF& rect) const {
+    PaintBorder(painter, rect, m_strBorderColorKey, m_dBorderWidth, m_enCornerType, m_dRadiusX, m_dRadiusY);
 }
 
 CLxImageWidgetBase::PrepareKey CLxImageWidgetBase::CurrentKey(qint64 i64Source, const QRect& crop) const {

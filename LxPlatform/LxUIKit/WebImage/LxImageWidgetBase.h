@@ -62,6 +62,17 @@ public:
     // Writes `bytes` to "<temp>/<server time ms>.png" and answers the path (empty on failure).
     static QString SaveImageByteToClipboardTempFile(const QByteArray& bytes);
 
+    // The drawing rules, shared with the placeholder that LxWebImageWidget paints itself.
+    // Outline of `rect` with the corners of `type` rounded by the two radii (clamped to half sides).
+    static QPainterPath MakeRoundedPath(const QRectF& rect, LxCornerRadiusType type, double dRadiusX, double dRadiusY);
+    // Rounds `pixmap` in place (antialiased edge; size and device pixel ratio kept).
+    static void RoundPixmap(QPixmap& pixmap, LxCornerRadiusType type, double dRadiusX, double dRadiusY);
+    // Strokes a border of `dWidth` inside `rect` in the theme colour `strColorKey`, following the
+    // rounded outline when a corner type is set. Nothing for an empty key, an unknown colour or
+    // a non-positive width.
+    static void PaintBorder(QPainter& painter, const QRectF& rect, const std::string& strColorKey, double dWidth,
+                            LxCornerRadiusType type, double dRadiusX, double dRadiusY);
+
     QSize sizeHint() const override;
 
 protected:
@@ -69,8 +80,6 @@ protected:
 
     // The crop rectangle for a picture of `size`, intersected with it; null when none applies.
     QRect CropRectFor(const QSize& size) const;
-    // The outline of a rectangle with the widget's rounded-corner type and the given radii.
-    QPainterPath RoundedPath(const QRectF& rect, double dRadiusX, double dRadiusY) const;
     void DrawBorder(QPainter& painter, const QRectF& rect) const;
     // Forget prepared pixmaps (the picture or an option changed).
     virtual void InvalidatePrepared();
