@@ -5,6 +5,7 @@ const std::vector<GalleryPage>& AllGalleryPages() {
         {QStringLiteral("toasts"), QStringLiteral("Toasts"), &CreateToastPage, &DemoToastPage},
         {QStringLiteral("lazyload"), QStringLiteral("Lazy load"), &CreateLazyLoadPage, {}},
         {QStringLiteral("archive"), QStringLiteral("Archive"), &CreateArchivePage, &DemoArchivePage},
+        {QStringLiteral("webimages"), QStringLiteral("Web images"), &CreateWebImagesPage, &DemoWebImagesPage},
     };
     return s_pages;
 }

@@ -23,3 +23,5 @@ void DemoToastPage(QWidget* page);
 QWidget* CreateLazyLoadPage(QWidget* parent);
 QWidget* CreateArchivePage(QWidget* parent);
 void DemoArchivePage(QWidget* page);
+QWidget* CreateWebImagesPage(QWidget* parent);
+void DemoWebImagesPage(QWidget* page);

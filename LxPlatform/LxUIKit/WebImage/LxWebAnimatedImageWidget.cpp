@@ -14,10 +14,11 @@
 
 namespace {
 
-// Viewers per shared movie (GUI thread only). Entries go away with their movie.
+// Viewers per shared movie (GUI thread only). Entries go away with their movie. Never destroyed:
+// the image cache deletes its movies at process exit, after function statics made later are gone.
 QHash<QMovie*, int>& Viewers() {
-    static QHash<QMovie*, int> s_viewers;
-    return s_viewers;
+    static auto* s_pViewers = new QHash<QMovie*, int>;
+    return *s_pViewers;
 }
 
 void AttachViewer(QMovie* movie) {
