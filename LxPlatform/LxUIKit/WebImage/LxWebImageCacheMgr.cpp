@@ -17,7 +17,24 @@ CLxWebImageCacheMgr::CLxWebImageCacheMgr() : m_pixmapCache(m_ki32MaxCacheCost), 
 CLxWebImageCacheMgr::~CLxWebImageCacheMgr() = default;  // QCache deletes what it holds
 
 unsigned long CLxWebImageCacheMgr::KeyOf(const QString& url) {
-    return static_cast<unsigned long>(core::str_conv::HashStrToUInt64(url.toStdString()));
+    // Equal to HashStrToUInt64(url.toStdString()), the hash of the UTF-8 bytes; ASCII URLs (nearly
+    // all) are converted on the stack, so a lookup allocates nothing.
+    constexpr int kStackChars = 512;
+    const int n = url.size();
+    if (n <= kStackChars) {
+        char bytes[kStackChars];
+        const QChar* chars = url.constData();
+        bool bAscii = true;
+        for (int i = 0; i < n && bAscii; ++i) {
+            const ushort u = chars[i].unicode();
+            bAscii = u < 0x80;
+            bytes[i] = char(u);
+        }
+        if (bAscii)
+            return static_cast<unsigned long>(core::str_conv::HashBytesToUInt64(bytes, size_t(n)));
+    }
+    const QByteArray utf8 = url.toUtf8();
+    return static_cast<unsigned long>(core::str_conv::HashBytesToUInt64(utf8.constData(), size_t(utf8.size())));
 }
 
 int CLxWebImageCacheMgr::GetCacheType(const QString& url) const {

@@ -63,6 +63,8 @@ public:
     int MovieCount() const { return m_movieCache.count(); }
     int SvgCount() const { return m_hashSvgFilePath.count(); }
     static int MaxCacheCost() { return m_ki32MaxCacheCost; }
+    // The key of a URL: core::str_conv::HashStrToUInt64 of its UTF-8 bytes.
+    static unsigned long KeyOf(const QString& url);
 
     CLxWebImageCacheMgr(const CLxWebImageCacheMgr&) = delete;
     CLxWebImageCacheMgr& operator=(const CLxWebImageCacheMgr&) = delete;
@@ -70,8 +72,6 @@ public:
 private:
     CLxWebImageCacheMgr();
     ~CLxWebImageCacheMgr();
-
-    static unsigned long KeyOf(const QString& url);
 
     QCache<unsigned long, QPixmap> m_pixmapCache;
     QCache<unsigned long, QMovie> m_movieCache;

@@ -3,6 +3,7 @@
 #include "ImageFixtures.h"
 #include "LxTestSupport.h"
 
+#include <LxCore/StrConv.h>
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 
@@ -67,6 +68,20 @@ private slots:
     }
     void init() { CLxWebImageCacheMgr::GetInstance().Clear(); }
     void cleanup() { ILxUIKitHttpDownloadMgr::setDelegate(nullptr); }
+
+    void keyIsTheHashOfTheUtf8Bytes_data() {
+        QTest::addColumn<QString>("url");
+        QTest::newRow("ascii") << QStringLiteral("https://img.example.com/a/b.png?size=96");
+        QTest::newRow("empty") << QString();
+        QTest::newRow("non-ascii") << QStringLiteral("https://图片.example/头像.png");
+        QTest::newRow("long ascii") << QStringLiteral("https://x/") + QString(600, QLatin1Char('a'));
+        QTest::newRow("long non-ascii") << QString(600, QChar(0x4e2d));
+        QTest::newRow("lone surrogate") << QStringLiteral("a") + QChar(0xd800) + QStringLiteral("b");
+    }
+    void keyIsTheHashOfTheUtf8Bytes() {
+        QFETCH(QString, url);
+        QCOMPARE(quint64(CLxWebImageCacheMgr::KeyOf(url)), quint64(core::str_conv::HashStrToUInt64(url.toStdString())));
+    }
 
     void facadeWithoutDelegateAssertsAndDoesNothing() {
         ILxUIKitHttpDownloadMgr::setDelegate(nullptr);
