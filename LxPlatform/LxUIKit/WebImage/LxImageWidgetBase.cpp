@@ -9,12 +9,33 @@
 
 #include <QApplication>
 #include <QBuffer>
+#include <QCache>
 #include <QClipboard>
+#include <QDataStream>
 #include <QDir>
 #include <QMimeData>
 #include <QPainter>
 #include <QPainterPath>
 #include <QUrl>
+
+namespace {
+
+// Prepared pixmaps of still pictures, shared by every widget that shows one the same way.
+QCache<QByteArray, QPixmap>& SharedPrepared() {
+    static auto* s_pCache = new QCache<QByteArray, QPixmap>(64 * 1024 * 1024);  // bytes
+    return *s_pCache;
+}
+
+QByteArray SharedKey(const CLxImageWidgetBase::PrepareKey& key, bool bScaleToWidget) {
+    QByteArray out;
+    QDataStream stream(&out, QIODevice::WriteOnly);
+    // The widget's size matters only when the picture is stretched to it.
+    stream << key.i64Source << (bScaleToWidget ? key.widgetSize : QSize()) << key.dDpr << key.bScaleToWidget
+           << key.dScale << key.i32Corner << key.dRadiusX << key.dRadiusY << key.crop;
+    return out;
+}
+
+}  // namespace
 
 CLxImageWidgetBase::CLxImageWidgetBase(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_TranslucentBackground);
@@ -223,6 +244,15 @@ QPixmap CLxImageWidgetBase::Prepare(const QPixmap& source) {
     const PrepareKey key = CurrentKey(source.cacheKey(), crop);
     if (!m_preparedPixmap.isNull() && key == m_preparedKey)
         return m_preparedPixmap;
+    QByteArray sharedKey;
+    if (m_bSharePrepared) {
+        sharedKey = SharedKey(key, m_bScaleToWidgetSize);
+        if (const QPixmap* shared = SharedPrepared().object(sharedKey)) {
+            m_preparedKey = key;
+            m_preparedPixmap = *shared;
+            return m_preparedPixmap;
+        }
+    }
 
     QPixmap pixmap = crop.isNull() ? source : source.copy(crop);
     const qreal dpr = key.dDpr;
@@ -246,6 +276,9 @@ QPixmap CLxImageWidgetBase::Prepare(const QPixmap& source) {
 
     m_preparedKey = key;
     m_preparedPixmap = pixmap;
+    if (m_bSharePrepared)
+        SharedPrepared().insert(sharedKey, new QPixmap(pixmap),
+                                qMax(1, pixmap.width() * pixmap.height() * qMax(1, pixmap.depth() / 8)));
     return pixmap;
 }
 

@@ -9,7 +9,9 @@
 //
 // With the scale factor 1 a picture pixel is a device pixel (crisp at any ratio). The prepared
 // pixmap is kept until the frame, the size, the ratio or an option changes, so repaints of a still
-// picture (scrolling lists) cost one blit. A widget with nothing to paint hides itself.
+// picture (scrolling lists) cost one blit; widgets showing the same still picture the same way
+// share one prepared pixmap (a bounded process-wide LRU of 64 MiB). A widget with nothing to paint
+// hides itself.
 //
 // Borders take their colour from the theme (colour key through lx_ui_res::Provider) and follow
 // theme changes. Copy() puts the picture on the clipboard; a PNG copy is also written to the
@@ -30,6 +32,25 @@ class QPainterPath;
 class CLxImageWidgetBase : public QWidget {
     Q_OBJECT
 public:
+    // Everything that shapes a prepared pixmap.
+    struct PrepareKey {
+        qint64 i64Source = 0;  // QPixmap::cacheKey of the frame (0: nothing prepared)
+        QSize widgetSize;
+        qreal dDpr = 0;
+        bool bScaleToWidget = false;
+        double dScale = 0;
+        int i32Corner = 0;
+        double dRadiusX = 0, dRadiusY = 0;
+        QRect crop;
+        QRectF viewBox;  // SVG only
+        bool operator==(const PrepareKey& o) const {
+            return i64Source == o.i64Source && widgetSize == o.widgetSize && dDpr == o.dDpr &&
+                   bScaleToWidget == o.bScaleToWidget && dScale == o.dScale && i32Corner == o.i32Corner &&
+                   dRadiusX == o.dRadiusX && dRadiusY == o.dRadiusY && crop == o.crop && viewBox == o.viewBox;
+        }
+        bool operator!=(const PrepareKey& o) const { return !(*this == o); }
+    };
+
     explicit CLxImageWidgetBase(QWidget* parent = nullptr);
     ~CLxImageWidgetBase() override;
 
@@ -84,25 +105,11 @@ protected:
     // Forget prepared pixmaps (the picture or an option changed).
     virtual void InvalidatePrepared();
 
-    // Everything that shapes a prepared pixmap.
-    struct PrepareKey {
-        qint64 i64Source = 0;  // QPixmap::cacheKey of the frame (0: nothing prepared)
-        QSize widgetSize;
-        qreal dDpr = 0;
-        bool bScaleToWidget = false;
-        double dScale = 0;
-        int i32Corner = 0;
-        double dRadiusX = 0, dRadiusY = 0;
-        QRect crop;
-        QRectF viewBox;  // SVG only
-        bool operator==(const PrepareKey& o) const {
-            return i64Source == o.i64Source && widgetSize == o.widgetSize && dDpr == o.dDpr &&
-                   bScaleToWidget == o.bScaleToWidget && dScale == o.dScale && i32Corner == o.i32Corner &&
-                   dRadiusX == o.dRadiusX && dRadiusY == o.dRadiusY && crop == o.crop && viewBox == o.viewBox;
-        }
-        bool operator!=(const PrepareKey& o) const { return !(*this == o); }
-    };
     PrepareKey CurrentKey(qint64 i64Source, const QRect& crop) const;
+
+    // Still pictures share prepared pixmaps process-wide: a list that shows one avatar at one size
+    // in many rows scales it once. (Animation frames change too often to be worth it.)
+    bool m_bSharePrepared = false;
 
     bool m_bScaleToWidgetSize = false;
     double m_dScaleFactor = 1.0;

@@ -10,7 +10,9 @@
 #include <QMimeData>
 #include <QUrl>
 
-CLxWebStaticImageWidget::CLxWebStaticImageWidget(QWidget* parent) : CLxImageWidgetBase(parent) {}
+CLxWebStaticImageWidget::CLxWebStaticImageWidget(QWidget* parent) : CLxImageWidgetBase(parent) {
+    m_bSharePrepared = true;
+}
 
 bool CLxWebStaticImageWidget::Load(const QString& url, const QString& filePath) {
     QImage image;

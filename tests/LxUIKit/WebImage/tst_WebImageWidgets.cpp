@@ -167,6 +167,27 @@ private slots:
         QVERIFY(Near(img.pixel(27, 1), Qt::green));
     }
 
+    void widgetsOfOnePictureShareOnlyWhatMatches() {
+        // Prepared pixmaps of one still picture are shared between widgets: each widget must
+        // still get its own size, crop and corners.
+        CLxWebStaticImageWidget loader, small, big, cropped;
+        QVERIFY(loader.Load(QStringLiteral("shared"), m_strPng));
+        for (CLxWebStaticImageWidget* w : {&small, &big, &cropped}) {
+            QVERIFY(w->LoadCache(QStringLiteral("shared")));
+            w->EnableScaleToWidgetSize(true);
+        }
+        small.resize(40, 20);
+        big.resize(80, 40);
+        cropped.resize(80, 40);
+        cropped.SetImageCropper(std::make_shared<RightHalfCropper>());
+        for (int pass = 0; pass < 2; ++pass) {
+            QImage a = Render(&small), b = Render(&big), c = Render(&cropped);
+            QVERIFY(Near(a.pixel(38, 18), Qt::green) && Near(a.pixel(2, 2), Qt::red));
+            QVERIFY(Near(b.pixel(78, 38), Qt::green) && Near(b.pixel(2, 2), Qt::red));
+            QVERIFY(Near(c.pixel(2, 2), Qt::green) && Near(c.pixel(78, 38), Qt::green));
+        }
+    }
+
     void paintCrops_data() {
         QTest::addColumn<int>("kind");
         QTest::newRow("right half") << 0;
