@@ -31,6 +31,8 @@ struct Running {
     DoneCallback onDone;
     ProgressCallback onProgress;
     bool bWriteFailed = false;
+    qint64 i64MaxBodyBytes = 0;
+    bool bTooLarge = false;
 };
 
 std::atomic<uint64_t> g_nextId{1};
@@ -93,7 +95,10 @@ void Finish(RequestId id) {
         run->pPartFile->write(reply->readAll());
         run->pPartFile->close();
         const QString part = run->pPartFile->fileName();
-        if (run->bWriteFailed && resp.i32NetworkError == 0) {
+        if (run->bTooLarge) {
+            resp.i32NetworkError = int(QNetworkReply::UnknownContentError);
+            resp.strError = QStringLiteral("body over %1 bytes").arg(run->i64MaxBodyBytes);
+        } else if (run->bWriteFailed && resp.i32NetworkError == 0) {
             resp.i32NetworkError = int(QNetworkReply::UnknownContentError);
             resp.strError = QStringLiteral("cannot write %1").arg(part);
         }
@@ -110,6 +115,9 @@ void Finish(RequestId id) {
         } else {
             QFile::remove(part);
         }
+    } else if (run->bTooLarge) {
+        resp.i32NetworkError = int(QNetworkReply::UnknownContentError);
+        resp.strError = QStringLiteral("body over %1 bytes").arg(run->i64MaxBodyBytes);
     } else {
         resp.body = reply->readAll();
     }
@@ -124,6 +132,7 @@ void StartOnMain(RequestId id, const Request& req, DoneCallback onDone, Progress
     auto run = std::make_shared<Running>();
     run->onDone = std::move(onDone);
     run->onProgress = std::move(onProgress);
+    run->i64MaxBodyBytes = req.i64MaxBodyBytes;
 
     const QUrl url(req.strUrl);
     QNetworkRequest nreq(url);
@@ -184,8 +193,18 @@ void StartOnMain(RequestId id, const Request& req, DoneCallback onDone, Progress
     });
     QObject::connect(reply, &QNetworkReply::downloadProgress, reply, [id](qint64 rec, qint64 total) {
         auto it = g_running.find(id);
-        if (it != g_running.end() && it->second->onProgress)
-            it->second->onProgress(rec, total);
+        if (it == g_running.end())
+            return;
+        const std::shared_ptr<Running> run = it->second;
+        if (run->i64MaxBodyBytes > 0 && (rec > run->i64MaxBodyBytes || total > run->i64MaxBodyBytes)) {
+            if (!run->bTooLarge && run->pReply) {
+                run->bTooLarge = true;
+                run->pReply->abort();  // finishes the request: Finish() reports the bound
+            }
+            return;
+        }
+        if (run->onProgress)
+            run->onProgress(rec, total);
     });
     QObject::connect(reply, &QNetworkReply::finished, reply, [id] { Finish(id); });
 }

@@ -39,6 +39,9 @@ struct Request {
     QList<FileField> fileFields;
     int i32TimeoutMs = 30000;
     QString strSaveToFile;
+    // Bound on the response body (0: none). A longer body is aborted as soon as it passes the
+    // bound and fails with QNetworkReply::UnknownContentError.
+    qint64 i64MaxBodyBytes = 0;
 };
 
 struct Response {

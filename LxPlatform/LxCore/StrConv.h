@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -12,6 +13,8 @@ namespace str_conv {
 
 uint64_t HashStrToUInt64(const std::string& str);
 uint64_t HashStrToUInt64(const QString& str);  // hashes the UTF-8 form
+// The same hash over raw bytes: HashBytesToUInt64(s.data(), s.size()) == HashStrToUInt64(s).
+uint64_t HashBytesToUInt64(const void* data, size_t size);
 
 }  // namespace str_conv
 }  // namespace core

@@ -26,4 +26,10 @@
 #include <LxUIKit/RichText/LxRichTextSnippetStock.h>
 #include <LxUIKit/RichText/LxRichTextSnippetText.h>
 #include <LxUIKit/RichText/LxRichTextSnippetUser.h>
+#include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
+#include <LxUIKit/WebImage/LWebImageReloadHelper.h>
+#include <LxUIKit/WebImage/LxCenterAspectCropper.h>
+#include <LxUIKit/WebImage/LxHttpDownloadDelegate.h>
+#include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
+#include <LxUIKit/WebImage/LxWebImageWidget.h>
 #include <LxUIKit/Zip/LxZip.h>

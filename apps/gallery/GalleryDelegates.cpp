@@ -6,6 +6,7 @@
 #include <LxCore/TimeDate.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>
+#include <LxUIKit/WebImage/LxHttpDownloadDelegate.h>
 
 #include <json/writer.h>
 #include <QDesktopServices>
@@ -29,6 +30,8 @@ void InstallGalleryDelegates() {
         if (!QDesktopServices::openUrl(QUrl(url)))
             LX_LOG_WARN("Gallery", "the desktop has no browser for {}", url);
     });
+    // Web images download over HTTP into <cache>/webimage (file: URLs are read in place).
+    ILxUIKitHttpDownloadMgr::setDelegate(new CLxHttpDownloadDelegate);
     lxuikit_web::setSetRemoteDebugPortDelegate(
         [](int port) { LX_LOG_INFO("Gallery", "remote debugging would listen on port {}", port); });
 }

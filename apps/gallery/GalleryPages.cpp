@@ -6,6 +6,7 @@ const std::vector<GalleryPage>& AllGalleryPages() {
         {QStringLiteral("lazyload"), QStringLiteral("Lazy load"), &CreateLazyLoadPage, {}},
         {QStringLiteral("archive"), QStringLiteral("Archive"), &CreateArchivePage, &DemoArchivePage},
         {QStringLiteral("richtext"), QStringLiteral("Rich text"), &CreateRichTextPage, &DemoRichTextPage},
+        {QStringLiteral("webimages"), QStringLiteral("Web images"), &CreateWebImagesPage, &DemoWebImagesPage},
     };
     return s_pages;
 }

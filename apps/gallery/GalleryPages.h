@@ -25,3 +25,5 @@ QWidget* CreateArchivePage(QWidget* parent);
 void DemoArchivePage(QWidget* page);
 QWidget* CreateRichTextPage(QWidget* parent);
 void DemoRichTextPage(QWidget* page);
+QWidget* CreateWebImagesPage(QWidget* parent);
+void DemoWebImagesPage(QWidget* page);

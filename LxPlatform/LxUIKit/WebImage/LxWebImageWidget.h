@@ -1,0 +1,110 @@
+#pragma once
+// LxWebImageWidget: shows a picture given by URL or local path, wherever the application shows
+// one (avatars, pictures in posts, the image preview, slideshows).
+//
+// SetUrl(url): an existing local path is shown at once; otherwise the image cache is asked
+// (a hit shows at once, shared with every other widget of that URL) and on a miss the picture is
+// downloaded through ILxUIKitHttpDownloadMgr with the loading placeholder shown meanwhile. The
+// kind of picture is found from the file's content first (static, animated GIF / WebP, SVG), its
+// name second; one private child of the right kind (CLxWebStaticImageWidget,
+// CLxWebAnimatedImageWidget, CLxWebSvgImageWidget) shows it and is reused while the kind stays.
+//
+// The latest SetUrl wins: an answer for a URL the widget has since left is ignored, and a
+// destroyed widget unregisters from the downloader. Every outcome is reported once through
+// ImageLoadStatusSignal: Loaded, DownloadFailed (no file) or LoadFailed (a file that cannot be
+// shown); an empty URL shows the loading placeholder and reports nothing. The widget itself never
+// reports Loading.
+//
+// Placeholders ("loading" and "failed", resource paths, by default the kit's own) come from the
+// theme's resources and follow theme changes; an empty path shows nothing. Rounded corners, scale,
+// crop and border apply to the picture and to the placeholder alike.
+
+#include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
+#include <LxUIKit/WebImage/LxImageWidgetBase.h>
+#include <LxUIKit/WebImage/LxWebImageDefine.h>
+
+#include <QPixmap>
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+#include <string>
+
+class LxWebImageWidget : public QWidget, public LUIKitHttpDownloadDelegate {
+    Q_OBJECT
+public:
+    enum LxImageType { ImageType_None = 0, ImageType_Static = 1, ImageType_Svg = 2, ImageType_Animated = 3 };
+    Q_ENUM(LxImageType)
+
+    static const char* const kDefaultInitImagePath;  // ":/LxUIKit/img/image_loading.svg"
+    static const char* const kDefaultFailImagePath;  // ":/LxUIKit/img/image_failed.svg"
+
+    explicit LxWebImageWidget(QWidget* parent = nullptr);
+    ~LxWebImageWidget() override;
+
+    void OnDownloadSuccess(const QString& url, const QString& filePath, const QByteArray& data) override;
+    void OnDownloadFailed(const QString& url, int, int) override;
+
+    // Starts showing `url` (web address or local path); `downloadDirPath` (optional) is where the
+    // downloader keeps the file.
+    void SetUrl(const QString& url, const QString& downloadDirPath = QString());
+    QString GetUrl() const { return m_strImageUrl; }
+    // Shows a file that exists on disk (the path is also its cache key).
+    void LoadLocalImage(const QString& path);
+    // Kind of picture in a file: content first, then the name.
+    static LxImageType GetImageType(const QString& filePath);
+
+    void Clear();
+    void Copy();
+    QSize GetImageSize() const;
+    QPixmap GetSourcePixmap() const;
+
+    void SetRoundedCorner(LxCornerRadiusType type, double dRadiusX, double dRadiusY);
+    void EnableScaleToWidgetSize(bool bEnable);
+    void SetScaleFactor(double dScale);
+    double GetScaleFactor() const { return m_dScaleFactor; }
+    void SetBorder(const std::string& strColorKey, double dWidth);
+    void SetImageCropper(std::shared_ptr<ILxWebImageCropper> pCropper);
+
+    void SetDefaultImageSkin(const QString& initImagePath, const QString& failImagePath);
+    void ShowDefaultInitImage();
+    void ShowDefaultFailImage();
+    void ClearDefaultImage();
+
+    // Introspection (tests, tools).
+    CLxImageWidgetBase* GetPrivateImageWidget() const { return m_pImageWidget; }
+    LxImageType GetPrivateImageType() const { return m_enImageType; }
+    QPixmap GetDefaultPixmap() const { return m_defaultPixmap; }
+    bool IsShowingFailImage() const { return m_enShowingDefault == ShowingFail; }
+
+Q_SIGNALS:
+    void ImageLoadStatusSignal(const QString& url, LxImageLoadStatus status);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private Q_SLOTS:
+    void OnThemeChanged();
+
+private:
+    enum ShowingDefault { ShowingNone, ShowingInit, ShowingFail };
+    bool CreateAndInitPrivateImageWidget(LxImageType type);
+    void ShowDefaultImage(ShowingDefault which);
+    static bool HasSvgSuffix(const QString& path);
+
+    QPointer<CLxImageWidgetBase> m_pImageWidget;
+    LxImageType m_enImageType = ImageType_None;
+    LxCornerRadiusType m_enCornerType = LxCornerRadiusType::None;
+    double m_dRadiusX = 0.0;
+    double m_dRadiusY = 0.0;
+    QPixmap m_defaultPixmap;
+    QString m_strDefaultInitImagePath;
+    QString m_strDefaultFailImagePath;
+    ShowingDefault m_enShowingDefault = ShowingNone;
+    QString m_strImageUrl;
+    bool m_bScaleToWidgetSize = false;
+    double m_dScaleFactor = 1.0;
+    std::string m_strBorderColorKey;
+    double m_dBorderWidth = 0.0;
+    std::shared_ptr<ILxWebImageCropper> m_pCropper;
+};
