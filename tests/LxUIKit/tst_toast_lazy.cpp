@@ -106,7 +106,7 @@ void TestToastLazy::longToastSlidesUpAndDiesOnTime() {
     QTest::qWait(1500);
     QVERIFY(toast);
     QTRY_VERIFY_WITH_TIMEOUT(toast.isNull(), 3000);
-    QVERIFY(timer.elapsed() >= 2950);
+    QVERIFY(timer.elapsed() >= 2850);  // a coarse timer may fire up to 5% early
 }
 
 void TestToastLazy::lazyCreatesOnFirstShowOnce() {
