@@ -79,7 +79,7 @@ void TestToastLazy::shortToastSitsBelowTheMiddleAndDies() {
     QCOMPARE(toast->x(), desk.x() + (desk.width() - toast->width()) / 2);
     QCOMPARE(toast->y(), desk.y() + qRound((desk.height() - toast->height()) / 1.8));
     QTest::qWait(500);
-    QVERIFY(toast);  // still there before its time
+    QVERIFY(toast || timer.elapsed() >= 790);  // not gone before its time, however slow the machine
     QTRY_VERIFY_WITH_TIMEOUT(toast.isNull(), 2000);
     QVERIFY(timer.elapsed() >= 790);
 }
@@ -104,7 +104,7 @@ void TestToastLazy::longToastSlidesUpAndDiesOnTime() {
     QTRY_VERIFY(toast->findChild<QPropertyAnimation*>() == nullptr);  // deleted when stopped
     QCOMPARE(toast->geometry(), end);
     QTest::qWait(1500);
-    QVERIFY(toast);
+    QVERIFY(toast || timer.elapsed() >= 2850);
     QTRY_VERIFY_WITH_TIMEOUT(toast.isNull(), 3000);
     QVERIFY(timer.elapsed() >= 2850);  // a coarse timer may fire up to 5% early
 }
