@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPainter>
+#include <QWidget>
 
 #include <vector>
 
@@ -66,20 +67,49 @@ QByteArray Chunk(const QByteArray& fourcc, const QByteArray& payload) {
     return out;
 }
 
-}  // namespace
-
-QImage MakeTestImage(int w, int h, const QColor& color) {
-    QImage img(w, h, QImage::Format_ARGB32);
-    img.fill(color);
-    QPainter p(&img);
-    p.setPen(QPen(QColor(255 - color.red(), 255 - color.green(), 255 - color.blue()), qMax(1, w / 8)));
-    p.drawLine(0, 0, w, h);
-    return img;
-}
-
-QString SaveImage(const QString& path, const QImage& image, const char* format, int quality) {
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    return image.save(path, format, quality) ? QFileInfo(path).absoluteFilePath() : QString();
+QByteArray EncodeAnimatedWebp(const QList<QImage>& frames, int delayMs) {
+    if (frames.isEmpty())
+        return {};
+    const int w = frames.first().width(), h = frames.first().height();
+    QByteArray anmf;
+    for (const QImage& frame : frames) {
+        QByteArray single;
+        QBuffer buf(&single);
+        buf.open(QIODevice::WriteOnly);
+        if (!frame.scaled(w, h).convertToFormat(QImage::Format_RGB32).save(&buf, "WEBP", 100))
+            return {};
+        // Keep the frame's ALPH / VP8 / VP8L chunks; drop the RIFF header and VP8X.
+        QByteArray data;
+        for (int pos = 12; pos + 8 <= single.size();) {
+            const QByteArray fourcc = single.mid(pos, 4);
+            const quint32 size = quint8(single[pos + 4]) | quint8(single[pos + 5]) << 8 |
+                                 quint8(single[pos + 6]) << 16 | quint32(quint8(single[pos + 7])) << 24;
+            if (fourcc == "ALPH" || fourcc == "VP8 " || fourcc == "VP8L")
+                data += Chunk(fourcc, single.mid(pos + 8, int(size)));
+            pos += 8 + int(size) + int(size % 2);
+        }
+        QByteArray payload;
+        PutLE24(payload, 0);
+        PutLE24(payload, 0);
+        PutLE24(payload, w - 1);
+        PutLE24(payload, h - 1);
+        PutLE24(payload, delayMs);
+        payload.append(char(0x02));  // no blending, no disposal
+        payload += data;
+        anmf += Chunk("ANMF", payload);
+    }
+    QByteArray vp8x;
+    vp8x.append(char(0x02));  // animation
+    vp8x.append(3, '\0');
+    PutLE24(vp8x, w - 1);
+    PutLE24(vp8x, h - 1);
+    QByteArray anim;
+    PutLE32(anim, 0xffffffffu);  // background
+    PutLE16(anim, 0);            // loop forever
+    const QByteArray body = QByteArray("WEBP") + Chunk("VP8X", vp8x) + Chunk("ANIM", anim) + anmf;
+    QByteArray out("RIFF");
+    PutLE32(out, quint32(body.size()));
+    return out + body;
 }
 
 QByteArray EncodeGif(const QList<QImage>& frames, int delayMs) {
@@ -132,53 +162,24 @@ QByteArray EncodeGif(const QList<QImage>& frames, int delayMs) {
     return out;
 }
 
-QString SaveGif(const QString& path, const QList<QImage>& frames, int delayMs) {
-    return WriteFile(path, EncodeGif(frames, delayMs));
+}  // namespace
+
+QImage MakeTestImage(int w, int h, const QColor& color) {
+    QImage img(w, h, QImage::Format_ARGB32);
+    img.fill(color);
+    QPainter p(&img);
+    p.setPen(QPen(QColor(255 - color.red(), 255 - color.green(), 255 - color.blue()), qMax(1, w / 8)));
+    p.drawLine(0, 0, w, h);
+    return img;
 }
 
-QByteArray EncodeAnimatedWebp(const QList<QImage>& frames, int delayMs) {
-    if (frames.isEmpty())
-        return {};
-    const int w = frames.first().width(), h = frames.first().height();
-    QByteArray anmf;
-    for (const QImage& frame : frames) {
-        QByteArray single;
-        QBuffer buf(&single);
-        buf.open(QIODevice::WriteOnly);
-        if (!frame.scaled(w, h).convertToFormat(QImage::Format_RGB32).save(&buf, "WEBP", 100))
-            return {};
-        // Keep the frame's ALPH / VP8 / VP8L chunks; drop the RIFF header and VP8X.
-        QByteArray data;
-        for (int pos = 12; pos + 8 <= single.size();) {
-            const QByteArray fourcc = single.mid(pos, 4);
-            const quint32 size = quint8(single[pos + 4]) | quint8(single[pos + 5]) << 8 |
-                                 quint8(single[pos + 6]) << 16 | quint32(quint8(single[pos + 7])) << 24;
-            if (fourcc == "ALPH" || fourcc == "VP8 " || fourcc == "VP8L")
-                data += Chunk(fourcc, single.mid(pos + 8, int(size)));
-            pos += 8 + int(size) + int(size % 2);
-        }
-        QByteArray payload;
-        PutLE24(payload, 0);
-        PutLE24(payload, 0);
-        PutLE24(payload, w - 1);
-        PutLE24(payload, h - 1);
-        PutLE24(payload, delayMs);
-        payload.append(char(0x02));  // no blending, no disposal
-        payload += data;
-        anmf += Chunk("ANMF", payload);
-    }
-    QByteArray vp8x;
-    vp8x.append(char(0x02));  // animation
-    vp8x.append(3, '\0');
-    PutLE24(vp8x, w - 1);
-    PutLE24(vp8x, h - 1);
-    QByteArray anim;
-    PutLE32(anim, 0xffffffffu);  // background
-    PutLE16(anim, 0);            // loop forever
-    const QByteArray body = QByteArray("WEBP") + Chunk("VP8X", vp8x) + Chunk("ANIM", anim) + anmf;
-    QByteArray out("RIFF");
-    PutLE32(out, quint32(body.size()));
-    return out + body;
+QString SaveImage(const QString& path, const QImage& image, const char* format) {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    return image.save(path, format) ? QFileInfo(path).absoluteFilePath() : QString();
+}
+
+QString SaveGif(const QString& path, const QList<QImage>& frames, int delayMs) {
+    return WriteFile(path, EncodeGif(frames, delayMs));
 }
 
 QString SaveAnimatedWebp(const QString& path, const QList<QImage>& frames, int delayMs) {
@@ -212,6 +213,20 @@ QByteArray Corrupted(const QByteArray& data, int count) {
 QByteArray ReadAll(const QString& path) {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QImage Render(QWidget* widget, const QColor& background) {
+    const qreal dpr = widget->devicePixelRatioF();
+    QImage img(widget->size() * dpr, QImage::Format_ARGB32_Premultiplied);
+    img.setDevicePixelRatio(dpr);
+    img.fill(background);
+    widget->render(&img, QPoint(), QRegion(), QWidget::DrawChildren);
+    return img;
+}
+
+bool Near(const QColor& a, const QColor& b, int tolerance) {
+    return qAbs(a.red() - b.red()) <= tolerance && qAbs(a.green() - b.green()) <= tolerance &&
+           qAbs(a.blue() - b.blue()) <= tolerance;
 }
 
 }  // namespace lxtest

@@ -11,47 +11,40 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-using Verdict = CLxSvgDocumentGuard::Verdict;
+using Guard = CLxSvgDocumentGuard;
+using Verdict = Guard::Verdict;
 Q_DECLARE_METATYPE(Verdict)
 
 namespace {
 
 const QByteArray kHead =
-    "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' "
-    "width='10' height='10'>";
+    "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='10' height='10'>";
 
 QByteArray Doc(const QByteArray& body) { return kHead + body + "</svg>"; }
 
-quint32 Crc32(const QByteArray& data) {
+// gzip around the raw deflate data of qCompress (a 4-byte size, a 2-byte zlib header, the data,
+// a 4-byte Adler-32).
+QByteArray Gzip(const QByteArray& data) {
     quint32 crc = 0xffffffffu;
     for (char ch : data) {
         crc ^= quint8(ch);
         for (int k = 0; k < 8; ++k)
             crc = (crc >> 1) ^ (0xedb88320u & (0u - (crc & 1u)));
     }
-    return ~crc;
-}
-
-// gzip around the raw deflate data of qCompress (which writes a 4-byte size, then zlib).
-QByteArray Gzip(const QByteArray& data) {
     const QByteArray z = qCompress(data, 9);
-    const QByteArray deflate = z.mid(4 + 2, z.size() - 4 - 2 - 4);
-    QByteArray out("\x1f\x8b\x08\x00\x00\x00\x00\x00\x00\x03", 10);
-    out += deflate;
-    const quint32 crc = Crc32(data), size = quint32(data.size());
-    for (int i = 0; i < 4; ++i)
-        out.append(char((crc >> (8 * i)) & 0xff));
-    for (int i = 0; i < 4; ++i)
-        out.append(char((size >> (8 * i)) & 0xff));
+    QByteArray out = QByteArray("\x1f\x8b\x08\x00\x00\x00\x00\x00\x00\x03", 10) + z.mid(6, z.size() - 10);
+    for (quint32 v : {~crc, quint32(data.size())})
+        for (int i = 0; i < 4; ++i)
+            out.append(char((v >> (8 * i)) & 0xff));
     return out;
 }
 
-QByteArray DataUri(const QImage& image, const char* format, const char* mime) {
+QByteArray Image(const QImage& image) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return QByteArray("data:") + mime + ";base64," + bytes.toBase64();
+    image.save(&buffer, "PNG");
+    return Doc("<image width='5' height='5' xlink:href='data:image/png;base64," + bytes.toBase64() + "'/>");
 }
 
 }  // namespace
@@ -64,125 +57,93 @@ private slots:
     void verdicts_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<Verdict>("verdict");
+        auto row = [](const char* tag, const QByteArray& bytes, Verdict verdict) {
+            QTest::newRow(tag) << bytes << verdict;
+        };
+        using V = Verdict;
 
-        QTest::newRow("plain") << Doc("<rect width='5' height='5' fill='red'/>") << Verdict::Ok;
-        QTest::newRow("doctype without entities")
-            << QByteArray(
-                   "<?xml version='1.0'?><!DOCTYPE svg PUBLIC '-//W3C//DTD SVG 1.1//EN' "
-                   "'http://www.w3.org/Graphics/SVG/1.1/DTD/svg11.dtd'>") +
-                   Doc("<rect width='5' height='5'/>")
-            << Verdict::Ok;
-        QTest::newRow("script is kept and never run")
-            << Doc("<script>while(true){}</script><rect width='5' height='5' onload='alert(1)'/>") << Verdict::Ok;
-        QTest::newRow("local use and gradient refs")
-            << Doc("<defs><linearGradient id='g'><stop offset='0'/></linearGradient><rect id='r' width='2' "
-                   "height='2' fill='url(#g)'/></defs><use xlink:href='#r'/><use href='#r' x='3'/>")
-            << Verdict::Ok;
-        QTest::newRow("link to elsewhere is only a link")
-            << Doc("<a xlink:href='https://example.com/'><rect width='5' height='5'/></a>") << Verdict::Ok;
-        QTest::newRow("small embedded png")
-            << Doc("<image width='4' height='4' xlink:href='" +
-                   DataUri(lxtest::MakeTestImage(4, 4, Qt::red), "PNG", "image/png") + "'/>")
-            << Verdict::Ok;
-        QTest::newRow("svgz") << Gzip(Doc("<rect width='5' height='5'/>")) << Verdict::Ok;
+        row("plain", Doc("<rect width='5' height='5' fill='red'/>"), V::Ok);
+        row("doctype without entities", "<!DOCTYPE svg PUBLIC '-//W3C//DTD SVG 1.1//EN' 'svg11.dtd'>" + Doc("<rect/>"),
+            V::Ok);
+        row("script is kept and never run", Doc("<script>while(true){}</script><rect onload='alert(1)'/>"), V::Ok);
+        row("local use and gradient refs",
+            Doc("<linearGradient id='g'/><rect id='r' fill='url(#g)'/><use xlink:href='#r'/><use href='#r'/>"), V::Ok);
+        row("link to elsewhere is only a link", Doc("<a xlink:href='https://example.com/'><rect/></a>"), V::Ok);
+        row("small embedded png", Image(lxtest::MakeTestImage(4, 4, Qt::red)), V::Ok);
+        row("svgz", Gzip(Doc("<rect width='5' height='5'/>")), V::Ok);
 
-        QTest::newRow("not svg") << QByteArray("<html><body>hello</body></html>") << Verdict::NotSvg;
-        QTest::newRow("not xml") << QByteArray("GIF89a\x01\x00") << Verdict::Malformed;
-        QTest::newRow("empty") << QByteArray() << Verdict::Malformed;
-        QTest::newRow("truncated") << Doc("<rect width='5' height='5'/>").left(60) << Verdict::Malformed;
-        QTest::newRow("broken gzip") << Gzip(Doc("<rect/>")).left(20) << Verdict::Malformed;
+        row("not svg", QByteArray("<html><body>hello</body></html>"), V::NotSvg);
+        row("not xml", QByteArray("GIF89a\x01\x00"), V::Malformed);
+        row("empty", QByteArray(), V::Malformed);
+        row("truncated", Doc("<rect width='5' height='5'/>").left(60), V::Malformed);
+        row("broken gzip", Gzip(Doc("<rect/>")).left(20), V::Malformed);
 
-        QByteArray many;
-        for (int i = 0; i < CLxSvgDocumentGuard::kMaxElements; ++i)
-            many += "<rect/>";
-        QTest::newRow("too many elements") << Doc(many) << Verdict::TooManyElements;
-        QTest::newRow("just enough elements") << Doc(many.left(many.size() - 7)) << Verdict::Ok;
+        const QByteArray many = QByteArray("<rect/>").repeated(Guard::kMaxElements);  // with <svg>, one too many
+        row("too many elements", Doc(many), V::TooManyElements);
+        row("just enough elements", Doc(many.left(many.size() - 7)), V::Ok);
+        auto nested = [](int depth) { return QByteArray("<g>").repeated(depth) + QByteArray("</g>").repeated(depth); };
+        row("too deep", Doc(nested(Guard::kMaxDepth)), V::TooDeep);
+        row("deep but within bound", Doc(nested(Guard::kMaxDepth - 1)), V::Ok);
+        row("very deep, unclosed", Doc(QByteArray("<g>").repeated(200000)), V::TooDeep);
 
-        QByteArray deep = QByteArray("<g>").repeated(CLxSvgDocumentGuard::kMaxDepth) +
-                          QByteArray("</g>").repeated(CLxSvgDocumentGuard::kMaxDepth);
-        QTest::newRow("too deep") << Doc(deep) << Verdict::TooDeep;
-        QByteArray deepOk = QByteArray("<g>").repeated(CLxSvgDocumentGuard::kMaxDepth - 1) +
-                            QByteArray("</g>").repeated(CLxSvgDocumentGuard::kMaxDepth - 1);
-        QTest::newRow("deep but within bound") << Doc(deepOk) << Verdict::Ok;
-        QTest::newRow("very deep, unclosed") << Doc(QByteArray("<g>").repeated(200000)) << Verdict::TooDeep;
+        row("entity bomb",
+            "<!DOCTYPE svg [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;&a;'>]>" + Doc("<text>&b;</text>"),
+            V::EntityDeclaration);
+        row("external image file", Doc("<image xlink:href='file:///etc/passwd'/>"), V::ExternalReference);
+        row("external image http", Doc("<image href='http://127.0.0.1:1/x.png'/>"), V::ExternalReference);
+        row("relative image", Doc("<image xlink:href='../../secret.png'/>"), V::ExternalReference);
+        row("external use", Doc("<use xlink:href='other.svg#x'/>"), V::ExternalReference);
+        row("script source", Doc("<script xlink:href='https://example.com/a.js'/>"), V::ExternalReference);
 
-        QTest::newRow("entity bomb")
-            << QByteArray(
-                   "<?xml version='1.0'?><!DOCTYPE svg [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;&a;&a;'>]>") +
-                   Doc("<text>&b;&b;&b;</text>")
-            << Verdict::EntityDeclaration;
-        QTest::newRow("external image file")
-            << Doc("<image width='5' height='5' xlink:href='file:///etc/passwd'/>") << Verdict::ExternalReference;
-        QTest::newRow("external image http")
-            << Doc("<image width='5' height='5' href='http://127.0.0.1:1/x.png'/>") << Verdict::ExternalReference;
-        QTest::newRow("relative image") << Doc("<image width='5' height='5' xlink:href='../../secret.png'/>")
-                                        << Verdict::ExternalReference;
-        QTest::newRow("external use") << Doc("<use xlink:href='other.svg#x'/>") << Verdict::ExternalReference;
-        QTest::newRow("script source") << Doc("<script xlink:href='https://example.com/a.js'/>")
-                                       << Verdict::ExternalReference;
-
-        QTest::newRow("embedded svg") << Doc("<image width='5' height='5' xlink:href='data:image/svg+xml;base64," +
-                                             Doc("<rect/>").toBase64() + "'/>")
-                                      << Verdict::EmbeddedImage;
+        row("embedded svg", Doc("<image xlink:href='data:image/svg+xml;base64," + Doc("<rect/>").toBase64() + "'/>"),
+            V::EmbeddedImage);
         QImage huge(5000, 4000, QImage::Format_Mono);
         huge.fill(0);
-        QTest::newRow("embedded huge png")
-            << Doc("<image width='5' height='5' xlink:href='" + DataUri(huge, "PNG", "image/png") + "'/>")
-            << Verdict::EmbeddedImage;
-        QTest::newRow("embedded garbage")
-            << Doc("<image width='5' height='5' xlink:href='data:image/png;base64,AAAA'/>") << Verdict::EmbeddedImage;
+        row("embedded huge png", Image(huge), V::EmbeddedImage);
+        row("embedded garbage", Doc("<image xlink:href='data:image/png;base64,AAAA'/>"), V::EmbeddedImage);
 
         // Ten levels of ten <use> each: 10^10 shapes drawn from 100 elements.
         QByteArray uses = "<defs><rect id='l0' width='1' height='1'/>";
-        for (int level = 1; level <= 10; ++level) {
-            uses += "<g id='l" + QByteArray::number(level) + "'>";
-            for (int i = 0; i < 10; ++i)
-                uses += "<use xlink:href='#l" + QByteArray::number(level - 1) + "'/>";
-            uses += "</g>";
-        }
-        uses += "</defs><use xlink:href='#l10'/>";
-        QTest::newRow("use expansion bomb") << Doc(uses) << Verdict::UseExpansion;
-        QTest::newRow("use cycle") << Doc("<g id='a'><use xlink:href='#b'/></g><g id='b'><use xlink:href='#a'/></g>")
-                                   << Verdict::UseExpansion;
-        QTest::newRow("use of its own ancestor")
-            << Doc("<g id='a'><g><use xlink:href='#a'/></g></g>") << Verdict::UseExpansion;
-        QTest::newRow("use of a missing id") << Doc("<use xlink:href='#nothing'/>") << Verdict::Ok;
+        for (int level = 1; level <= 10; ++level)
+            uses += "<g id='l" + QByteArray::number(level) + "'>" +
+                    ("<use xlink:href='#l" + QByteArray::number(level - 1) + "'/>").repeated(10) + "</g>";
+        row("use expansion bomb", Doc(uses + "</defs><use xlink:href='#l10'/>"), V::UseExpansion);
+        row("use cycle", Doc("<g id='a'><use xlink:href='#b'/></g><g id='b'><use xlink:href='#a'/></g>"),
+            V::UseExpansion);
+        row("use of its own ancestor", Doc("<g id='a'><g><use xlink:href='#a'/></g></g>"), V::UseExpansion);
+        row("use of a missing id", Doc("<use xlink:href='#nothing'/>"), V::Ok);
 
-        QTest::newRow("document over the bound")
-            << Doc("<desc>" + QByteArray(int(CLxSvgDocumentGuard::kMaxDocumentBytes), 'x') + "</desc>")
-            << Verdict::TooLarge;
+        row("document over the bound", Doc("<desc>" + QByteArray(int(Guard::kMaxDocumentBytes), 'x') + "</desc>"),
+            V::TooLarge);
         // 64 MiB of spaces compress to about 64 KiB: inflation stops at the bound.
-        QTest::newRow("gzip bomb") << Gzip(kHead + QByteArray(64 * 1024 * 1024, ' ') + "</svg>") << Verdict::TooLarge;
+        row("gzip bomb", Gzip(kHead + QByteArray(64 * 1024 * 1024, ' ') + "</svg>"), V::TooLarge);
     }
+
     void verdicts() {
         QFETCH(QByteArray, bytes);
         QFETCH(Verdict, verdict);
         QByteArray document;
-        const Verdict got = CLxSvgDocumentGuard::Check(bytes, document);
-        QCOMPARE(CLxSvgDocumentGuard::VerdictName(got), CLxSvgDocumentGuard::VerdictName(verdict));
+        const Verdict got = Guard::Check(bytes, document);
+        QCOMPARE(Guard::VerdictName(got), Guard::VerdictName(verdict));
         QCOMPARE(document.isEmpty(), got != Verdict::Ok);
 
-        // The widget shows exactly what the check lets through.
-        const QString path = lxtest::WriteFile(m_dir.filePath(QStringLiteral("doc.svg")), bytes);
+        // The widget shows exactly what the check lets through, and renders it without running anything.
         CLxWebSvgImageWidget w;
         w.resize(20, 20);
-        const bool loaded = w.Load(QStringLiteral("http://x/doc.svg"), path);
-        if (got != Verdict::Ok) {
-            QVERIFY(!loaded);
+        QCOMPARE(w.Load(QStringLiteral("http://x/doc.svg"), lxtest::WriteFile(m_dir.filePath("doc.svg"), bytes)),
+                 got == Verdict::Ok);
+        if (got == Verdict::Ok)
+            w.grab();
+        else
             QVERIFY(w.GetImageSize().isEmpty());
-        } else {
-            QVERIFY(loaded);
-            w.grab();  // renders without running anything
-        }
     }
 
     void fileOverTheBoundIsNotRead() {
-        const QString path = lxtest::WriteFile(m_dir.filePath(QStringLiteral("big.svg")),
-                                               Doc(QByteArray(int(CLxSvgDocumentGuard::kMaxFileBytes), ' ')));
+        const QString path =
+            lxtest::WriteFile(m_dir.filePath("big.svg"), Doc(QByteArray(int(Guard::kMaxFileBytes), ' ')));
         QByteArray document;
-        QCOMPARE(int(CLxSvgDocumentGuard::ReadChecked(path, document)), int(Verdict::TooLarge));
-        QCOMPARE(int(CLxSvgDocumentGuard::ReadChecked(m_dir.filePath(QStringLiteral("none.svg")), document)),
-                 int(Verdict::Unreadable));
+        QCOMPARE(int(Guard::ReadChecked(path, document)), int(Verdict::TooLarge));
+        QCOMPARE(int(Guard::ReadChecked(m_dir.filePath("none.svg"), document)), int(Verdict::Unreadable));
     }
 };
 

@@ -1,16 +1,20 @@
-// The three picture widgets: loading and refusing files, the cache they fill, painting options,
-// the clipboard, and movies shared between widgets.
+// The three picture widgets: loading and refusing files, the cache they fill, painting options at
+// device pixel ratios 1 and 2, the clipboard, and movies shared with the cache.
 
 #include "ImageFixtures.h"
 #include "LxTestSupport.h"
+#include "ScriptedDownloadDelegate.h"
 
 #include <LxStdUI/ResProvider.h>
 #include <LxUIKit/WebImage/LxCenterAspectCropper.h>
 #include <LxUIKit/WebImage/LxWebAnimatedImageWidget.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
+#include <LxUIKit/WebImage/LxWebImageWidget.h>
 #include <LxUIKit/WebImage/LxWebStaticImageWidget.h>
 #include <LxUIKit/WebImage/LxWebSvgImageWidget.h>
 
+#include <QtGui/private/qguiapplication_p.h>
+#include <QtGui/private/qhighdpiscaling_p.h>
 #include <QClipboard>
 #include <QMimeData>
 #include <QPainter>
@@ -22,38 +26,48 @@
 
 namespace {
 
-// Left half red, right half green.
-QImage Split(int w, int h) {
-    QImage img(w, h, QImage::Format_ARGB32);
-    img.fill(Qt::green);
-    QPainter p(&img);
-    p.fillRect(0, 0, w / 2, h, Qt::red);
-    return img;
-}
+QImage Render(QWidget* w) { return lxtest::Render(w, Qt::blue); }
 
-QImage Render(QWidget* w, const QColor& background = Qt::blue) {
-    QImage img(w->size(), QImage::Format_ARGB32_Premultiplied);
-    img.fill(background);
-    w->render(&img, QPoint(), QRegion(), QWidget::DrawChildren);
-    return img;
-}
+bool Near(QRgb a, const QColor& b, int tolerance = 40) { return lxtest::Near(QColor(a), b, tolerance); }
 
-bool Near(QRgb a, const QColor& b, int tolerance = 40) {
-    return qAbs(qRed(a) - b.red()) <= tolerance && qAbs(qGreen(a) - b.green()) <= tolerance &&
-           qAbs(qBlue(a) - b.blue()) <= tolerance;
-}
-
-class RightHalfCropper : public ILxWebImageCropper {
-public:
-    QRect GetCropRect(const QSize& s) override {
-        return QRect(s.width() / 2, 0, s.width() - s.width() / 2, s.height());
+// The first of `probes` ("r5,5 g75,35 b85,20": red, green or blue at x,y) that `img` does not show.
+QString Mismatch(const QImage& img, const QString& probes) {
+    for (const QString& probe : probes.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QStringList xy = probe.mid(1).split(QLatin1Char(','));
+        const QRgb px = img.pixel(xy.value(0).toInt(), xy.value(1).toInt());
+        if (!Near(px, probe[0] == 'r' ? Qt::red : probe[0] == 'g' ? Qt::green : Qt::blue))
+            return probe + QStringLiteral(" is ") + QColor(px).name();
     }
+    return QString();
+}
+
+struct FixedCropper : ILxWebImageCropper {
+    explicit FixedCropper(const QRect& r) : rect(r) {}
+    QRect GetCropRect(const QSize&) override { return rect; }
+    QRect rect;
 };
 
-class InvalidCropper : public ILxWebImageCropper {
-public:
-    QRect GetCropRect(const QSize&) override { return QRect(QPoint(10, 10), QPoint(5, 5)); }
-};
+// Croppers for 40 x 20 pictures: 1 the right half, 2 an invalid rectangle, 3 the centred square.
+std::shared_ptr<ILxWebImageCropper> Cropper(int kind) {
+    if (kind == 3)
+        return std::make_shared<CLxCenterAspectCropper>(1, 1);
+    return kind ? std::make_shared<FixedCropper>(kind == 1 ? QRect(20, 0, 20, 20) : QRect(QPoint(10, 10), QPoint(5, 5)))
+                : nullptr;
+}
+
+// 0 static, 1 animated, 2 SVG.
+std::unique_ptr<CLxImageWidgetBase> MakeWidget(int kind) {
+    using Ptr = std::unique_ptr<CLxImageWidgetBase>;
+    return kind == 1   ? Ptr(new CLxWebAnimatedImageWidget)
+           : kind == 2 ? Ptr(new CLxWebSvgImageWidget)
+                       : Ptr(new CLxWebStaticImageWidget);
+}
+
+// Scales every screen (for widgets made afterwards): device pixel ratio `factor`.
+void SetScreenScale(qreal factor) {
+    QHighDpiScaling::setGlobalFactor(factor);
+    QGuiApplicationPrivate::resetCachedDevicePixelRatio();
+}
 
 }  // namespace
 
@@ -62,282 +76,235 @@ class tst_WebImageWidgets : public QObject {
 
     QTemporaryDir m_dir;
     QString Path(const QString& name) const { return m_dir.filePath(name); }
-    QString m_strPng, m_strJpeg, m_strGif, m_strWebp, m_strSvg;
+    QString m_strFile[3];  // by widget kind: a 40 x 20 PNG and SVG, left half red and right half green; a GIF
+    QString m_strWebp;
 
 private slots:
     void initTestCase() {
-        QVERIFY(m_dir.isValid());
-        m_strPng = lxtest::SaveImage(Path("split.png"), Split(40, 20), "PNG");
-        m_strJpeg = lxtest::SaveImage(Path("photo.jpg"), lxtest::MakeTestImage(120, 90, QColor(30, 90, 200)), "JPEG");
-        m_strGif = lxtest::SaveGif(Path("anim.gif"), lxtest::MakeFrames(4, 16, 16), 30);
+        lxtest::ScriptedDownloadDelegate::Install();  // web image widgets unregister from it
+        QImage split(40, 20, QImage::Format_ARGB32);
+        split.fill(Qt::green);
+        QPainter(&split).fillRect(0, 0, 20, 20, Qt::red);
+        m_strFile[0] = lxtest::SaveImage(Path("split.png"), split, "PNG");
+        m_strFile[1] = lxtest::SaveGif(Path("anim.gif"), lxtest::MakeFrames(4, 16, 16), 30);
+        m_strFile[2] = lxtest::WriteFile(Path("split.svg"),
+                                         "<svg xmlns='http://www.w3.org/2000/svg' width='40' "
+                                         "height='20'><rect width='20' height='20' fill='#f00'/>"
+                                         "<rect x='20' width='20' height='20' fill='#0f0'/></svg>");
         m_strWebp = lxtest::SaveAnimatedWebp(Path("anim.webp"), lxtest::MakeFrames(3, 16, 16), 30);
-        m_strSvg =
-            lxtest::WriteFile(Path("pic.svg"),
-                              "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='20' viewBox='0 0 40 20'>"
-                              "<rect width='20' height='20' fill='#ff0000'/>"
-                              "<rect x='20' width='20' height='20' fill='#00ff00'/></svg>");
-        QVERIFY(!m_strPng.isEmpty() && !m_strJpeg.isEmpty());
     }
     void init() { CLxWebImageCacheMgr::GetInstance().Clear(); }
 
-    void staticLoadFillsTheCacheAndSharesIt() {
-        CLxWebStaticImageWidget a, b;
-        QVERIFY(a.Load(QStringLiteral("http://x/a.png"), m_strPng));
-        QCOMPARE(a.GetImageSize(), QSize(40, 20));
-        QCOMPARE(CLxWebImageCacheMgr::GetInstance().GetCacheType(QStringLiteral("http://x/a.png")), 1);
-        QVERIFY(b.LoadCache(QStringLiteral("http://x/a.png")));
-        QCOMPARE(b.GetCurPixmap().cacheKey(), a.GetCurPixmap().cacheKey());  // one decode, shared
-        QVERIFY(!b.LoadCache(QStringLiteral("http://x/other.png")));
-        QVERIFY(b.GetCurPixmap().isNull());
+    void loadFillsTheCache() {
+        CLxWebStaticImageWidget still;
+        QVERIFY(!still.LoadCache(QStringLiteral("http://x/a.png")));
         // A name that lies: PNG bytes in a .jpg file are read as PNG.
-        const QString lying = lxtest::WriteFile(Path("lies.jpg"), lxtest::ReadAll(m_strPng));
-        QVERIFY(b.Load(QStringLiteral("lies"), lying));
-        QCOMPARE(b.GetImageSize(), QSize(40, 20));
+        QVERIFY(still.Load(QStringLiteral("http://x/a.png"),
+                           lxtest::WriteFile(Path("lies.jpg"), lxtest::ReadAll(m_strFile[0]))));
+        QCOMPARE(CLxWebImageCacheMgr::GetInstance().GetPixmap(QStringLiteral("http://x/a.png")).size(), QSize(40, 20));
+        // SVG: the cache keeps the file's path, and another widget shows it from there.
+        CLxWebSvgImageWidget svg, other;
+        QVERIFY(svg.Load(QStringLiteral("v"), m_strFile[2]));
+        QCOMPARE(CLxWebImageCacheMgr::GetInstance().GetSvgFilePath(QStringLiteral("v")), m_strFile[2]);
+        QVERIFY(other.LoadCache(QStringLiteral("v")));
+        QCOMPARE(other.GetImageSize(), QSize(40, 20));
+        // Animated: the widget plays a movie of its own and caches another; both formats advance.
+        for (const QString& file : {m_strFile[1], m_strWebp}) {
+            CLxWebAnimatedImageWidget w;
+            QVERIFY(w.Load(QStringLiteral("a"), file));
+            QVERIFY(w.GetMovie() && !w.IsMovieShared());
+            QMovie* cached = CLxWebImageCacheMgr::GetInstance().GetMovie(QStringLiteral("a"));
+            QVERIFY(cached && cached != w.GetMovie());
+            QCOMPARE(w.GetImageSize(), QSize(16, 16));
+            QSignalSpy frames(w.GetMovie(), &QMovie::frameChanged);
+            QTRY_VERIFY(frames.count() >= 3);
+        }
     }
 
-    void staticRefusesBadFiles_data() {
-        QTest::addColumn<QByteArray>("bytes");
+    void refusesBadFiles_data() {
+        QTest::addColumn<int>("kind");          // see MakeWidget()
+        QTest::addColumn<QByteArray>("bytes");  // null: no file at all
         QTest::addColumn<QString>("name");
-        const QByteArray png = lxtest::ReadAll(m_strPng);
-        QImage photoImg(300, 200, QImage::Format_RGB32);
+        const QByteArray png = lxtest::ReadAll(m_strFile[0]), gif = lxtest::ReadAll(m_strFile[1]),
+                         webp = lxtest::ReadAll(m_strWebp);
+        QImage noise(300, 200, QImage::Format_RGB32);
         for (int y = 0; y < 200; ++y)
             for (int x = 0; x < 300; ++x)
-                photoImg.setPixel(x, y, qRgb(x % 256, (x * y) % 256, y % 256));
-        const QByteArray jpeg = lxtest::ReadAll(lxtest::SaveImage(Path("noise.jpg"), photoImg, "JPEG", 80));
-        const QByteArray webp = lxtest::ReadAll(lxtest::SaveImage(Path("still.webp"), Split(64, 64), "WEBP", 80));
-        const QByteArray gif = lxtest::EncodeGif(lxtest::MakeFrames(1, 32, 32), 100);
-        QTest::newRow("empty") << QByteArray() << "empty.png";
-        QTest::newRow("text") << QByteArray("hello, not a picture") << "text.png";
-        QTest::newRow("png truncated") << lxtest::Truncated(png, png.size() / 2) << "t.png";
-        QTest::newRow("png corrupt") << lxtest::Corrupted(png, 16) << "c.png";
-        QTest::newRow("png header only") << lxtest::Truncated(png, 33) << "h.png";
-        QTest::newRow("jpeg truncated") << lxtest::Truncated(jpeg, jpeg.size() * 3 / 4) << "t.jpg";
-        QTest::newRow("jpeg corrupt") << lxtest::Corrupted(jpeg, 64) << "c.jpg";
-        QTest::newRow("webp truncated") << lxtest::Truncated(webp, -10) << "t.webp";
-        QTest::newRow("gif truncated") << lxtest::Truncated(gif, gif.size() - 40) << "t.gif";
-        QTest::newRow("svg is not for the raster path") << lxtest::ReadAll(m_strSvg) << "v.png";
-        // 9000 x 8000 announced: over the pixel bound, refused before decoding.
-        QImage huge(9000, 8000, QImage::Format_Mono);
+                noise.setPixel(x, y, qRgb(x % 256, (x * y) % 256, y % 256));
+        const QByteArray jpeg = lxtest::ReadAll(lxtest::SaveImage(Path("noise.jpg"), noise, "JPEG"));
+        const QByteArray still = lxtest::ReadAll(lxtest::SaveImage(Path("still.webp"), noise, "WEBP"));
+        QImage huge(9000, 8000, QImage::Format_Mono);  // over the pixel bound: refused before decoding
         huge.fill(0);
-        QTest::newRow("too many pixels") << lxtest::ReadAll(lxtest::SaveImage(Path("huge.png"), huge, "PNG"))
+        QTest::newRow("missing") << 0 << QByteArray() << "none.png";
+        QTest::newRow("empty") << 0 << QByteArray("") << "empty.png";
+        QTest::newRow("text") << 0 << QByteArray("hello, not a picture") << "text.png";
+        QTest::newRow("png truncated") << 0 << lxtest::Truncated(png, png.size() / 2) << "t.png";
+        QTest::newRow("png corrupt") << 0 << lxtest::Corrupted(png, 16) << "c.png";
+        QTest::newRow("png header only") << 0 << lxtest::Truncated(png, 33) << "h.png";
+        QTest::newRow("jpeg truncated") << 0 << lxtest::Truncated(jpeg, jpeg.size() * 3 / 4) << "t.jpg";
+        QTest::newRow("jpeg corrupt") << 0 << lxtest::Corrupted(jpeg, 64) << "c.jpg";
+        QTest::newRow("webp truncated") << 0 << lxtest::Truncated(still, -10) << "t.webp";
+        QTest::newRow("gif truncated") << 0 << lxtest::Truncated(gif, -40) << "t.gif";
+        QTest::newRow("svg is not for the raster path") << 0 << lxtest::ReadAll(m_strFile[2]) << "v.png";
+        QTest::newRow("too many pixels") << 0 << lxtest::ReadAll(lxtest::SaveImage(Path("huge.png"), huge, "PNG"))
                                          << "huge.png";
+        QTest::newRow("animated: missing") << 1 << QByteArray() << "none.gif";
+        QTest::newRow("animated: gif truncated") << 1 << lxtest::Truncated(gif, gif.size() / 2) << "t.gif";
+        QTest::newRow("animated: gif header only") << 1 << QByteArray("GIF89a") << "h.gif";
+        QTest::newRow("animated: webp truncated") << 1 << lxtest::Truncated(webp, webp.size() / 2) << "t.webp";
+        QTest::newRow("animated: webp corrupt") << 1 << lxtest::Corrupted(webp, 32) << "c.webp";
+        QTest::newRow("svg: missing") << 2 << QByteArray() << "none.svg";
     }
-    void staticRefusesBadFiles() {
+    void refusesBadFiles() {
+        QFETCH(int, kind);
         QFETCH(QByteArray, bytes);
         QFETCH(QString, name);
-        const QString path = lxtest::WriteFile(Path("bad/" + name), bytes);
-        CLxWebStaticImageWidget w;
-        QVERIFY(w.Load(QStringLiteral("http://x/ok.png"), m_strPng));
-        QVERIFY(!w.Load(QStringLiteral("http://x/bad"), path));
-        QVERIFY(w.GetCurPixmap().isNull());  // nothing, not the previous picture
+        const std::unique_ptr<CLxImageWidgetBase> w = MakeWidget(kind);
+        QVERIFY(w->Load(QStringLiteral("http://x/ok"), m_strFile[kind]));
+        const QString path = Path("bad/" + name);
+        QVERIFY(!w->Load(QStringLiteral("http://x/bad"), bytes.isNull() ? path : lxtest::WriteFile(path, bytes)));
+        QVERIFY(w->GetCurPixmap().isNull());  // nothing, not the previous picture
         QCOMPARE(CLxWebImageCacheMgr::GetInstance().GetCacheType(QStringLiteral("http://x/bad")), 0);
     }
 
-    void missingFileFailsEveryWidget() {
-        CLxWebStaticImageWidget s;
-        CLxWebAnimatedImageWidget a;
-        CLxWebSvgImageWidget v;
-        const QString missing = Path("nope/none.png");
-        QVERIFY(!s.Load(QStringLiteral("m"), missing));
-        QVERIFY(!a.Load(QStringLiteral("m"), missing));
-        QVERIFY(!v.Load(QStringLiteral("m"), missing));
-        QCOMPARE(CLxWebImageCacheMgr::GetInstance().GetCacheType(QStringLiteral("m")), 0);
+    void paint_data() {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<double>("scale");  // 0: stretched over the widget
+        QTest::addColumn<int>("crop");      // see Cropper()
+        QTest::addColumn<int>("corners");   // LxCornerRadiusType, radius 12
+        QTest::addColumn<QSize>("hint");
+        QTest::addColumn<QString>("probes");  // see Mismatch(); b: the background shows through
+        QTest::newRow("scale 2 keeps the aspect")
+            << QSize(100, 60) << 2.0 << 0 << 0 << QSize(80, 40) << "r5,5 g75,35 b85,20 b40,45";
+        QTest::newRow("stretched") << QSize(30, 90) << 0.0 << 0 << 0 << QSize(40, 20) << "r3,88 g27,1";
+        QTest::newRow("right half, 20 wide") << QSize(40, 20) << 1.0 << 1 << 0 << QSize(20, 20) << "g2,10 b30,10";
+        QTest::newRow("invalid crop shows everything")
+            << QSize(40, 20) << 0.0 << 2 << 0 << QSize(40, 20) << "r2,10 g38,10";
+        // The 20 x 20 middle, half red and half green, stretched over 40 pixels.
+        QTest::newRow("centred square") << QSize(40, 20) << 0.0 << 3 << 0 << QSize(20, 20) << "r5,10 g35,10";
+        QTest::newRow("top corners rounded")
+            << QSize(40, 40) << 0.0 << 0 << int(LxCornerRadiusType::Top) << QSize(40, 20) << "b1,1 b38,1 r1,38 g38,38";
+    }
+    void paint() {
+        QFETCH(QSize, size);
+        QFETCH(double, scale);
+        QFETCH(int, crop);
+        QFETCH(int, corners);
+        QFETCH(QSize, hint);
+        QFETCH(QString, probes);
+        for (int kind : {0, 2}) {  // the same picture, raster and vector
+            const std::unique_ptr<CLxImageWidgetBase> w = MakeWidget(kind);
+            w->resize(size);
+            QVERIFY(w->Load(QStringLiteral("p"), m_strFile[kind]));
+            w->EnableScaleToWidgetSize(scale == 0);
+            w->SetScaleFactor(scale == 0 ? 1 : scale);
+            w->SetImageCropper(Cropper(crop));
+            w->SetRoundedCorner(LxCornerRadiusType(corners), 12, 12);
+            QCOMPARE(w->sizeHint(), hint);
+            const QImage img = Render(w.get());
+            QCOMPARE(Mismatch(img, probes), QString());
+            QCOMPARE(Render(w.get()), img);  // again, from the kept prepared pixmap
+        }
     }
 
-    void paintScalesKeepingAspect() {
+    void borderTakesTheThemeColour() {
         CLxWebStaticImageWidget w;
-        w.resize(100, 60);
-        QVERIFY(w.Load(QStringLiteral("p"), m_strPng));
-        w.SetScaleFactor(2.0);
-        QCOMPARE(w.sizeHint(), QSize(80, 40));
-        const QImage img = Render(&w);
-        QVERIFY(Near(img.pixel(5, 5), Qt::red));
-        QVERIFY(Near(img.pixel(75, 35), Qt::green));
-        QVERIFY(Near(img.pixel(85, 20), Qt::blue));  // beyond the picture: untouched
-        QVERIFY(Near(img.pixel(40, 45), Qt::blue));
-    }
-
-    void paintStretchesToTheWidget() {
-        CLxWebStaticImageWidget w;
-        w.resize(30, 90);
-        QVERIFY(w.Load(QStringLiteral("p"), m_strPng));
+        w.resize(40, 40);
+        QVERIFY(w.Load(QStringLiteral("r"), m_strFile[0]));
         w.EnableScaleToWidgetSize(true);
-        const QImage img = Render(&w);
-        QVERIFY(Near(img.pixel(3, 88), Qt::red));
-        QVERIFY(Near(img.pixel(27, 1), Qt::green));
+        w.SetBorder("ct_text_link", 4);
+        const QColor link = lx_ui_res::Provider::instance()->color(QStringLiteral("ct_text_link"));
+        QVERIFY(Near(Render(&w).pixel(1, 20), link, 10) && Near(Render(&w).pixel(10, 20), Qt::red));
+        w.SetBorder("no_such_colour", 4);  // unknown key: no border
+        QVERIFY(Near(Render(&w).pixel(1, 20), Qt::red));
     }
 
     void widgetsOfOnePictureShareOnlyWhatMatches() {
         // Prepared pixmaps of one still picture are shared between widgets: each widget must
         // still get its own size, crop and corners.
         CLxWebStaticImageWidget loader, small, big, cropped;
-        QVERIFY(loader.Load(QStringLiteral("shared"), m_strPng));
+        QVERIFY(loader.Load(QStringLiteral("shared"), m_strFile[0]));
         for (CLxWebStaticImageWidget* w : {&small, &big, &cropped}) {
             QVERIFY(w->LoadCache(QStringLiteral("shared")));
+            QCOMPARE(w->GetCurPixmap().cacheKey(), loader.GetCurPixmap().cacheKey());  // one decode
             w->EnableScaleToWidgetSize(true);
+            w->resize(w == &small ? QSize(40, 20) : QSize(80, 40));
         }
-        small.resize(40, 20);
-        big.resize(80, 40);
-        cropped.resize(80, 40);
-        cropped.SetImageCropper(std::make_shared<RightHalfCropper>());
+        cropped.SetImageCropper(Cropper(1));
         for (int pass = 0; pass < 2; ++pass) {
-            QImage a = Render(&small), b = Render(&big), c = Render(&cropped);
-            QVERIFY(Near(a.pixel(38, 18), Qt::green) && Near(a.pixel(2, 2), Qt::red));
-            QVERIFY(Near(b.pixel(78, 38), Qt::green) && Near(b.pixel(2, 2), Qt::red));
-            QVERIFY(Near(c.pixel(2, 2), Qt::green) && Near(c.pixel(78, 38), Qt::green));
+            QCOMPARE(Mismatch(Render(&small), "g38,18 r2,2"), QString());
+            QCOMPARE(Mismatch(Render(&big), "g78,38 r2,2"), QString());
+            QCOMPARE(Mismatch(Render(&cropped), "g2,2 g78,38"), QString());
         }
-    }
-
-    void paintCrops_data() {
-        QTest::addColumn<int>("kind");
-        QTest::newRow("right half") << 0;
-        QTest::newRow("invalid rectangle shows everything") << 1;
-        QTest::newRow("centred square") << 2;
-    }
-    void paintCrops() {
-        QFETCH(int, kind);
-        CLxWebStaticImageWidget w;
-        w.resize(40, 20);
-        QVERIFY(w.Load(QStringLiteral("p"), m_strPng));
-        w.EnableScaleToWidgetSize(true);
-        if (kind == 0)
-            w.SetImageCropper(std::make_shared<RightHalfCropper>());
-        else if (kind == 1)
-            w.SetImageCropper(std::make_shared<InvalidCropper>());
-        else
-            w.SetImageCropper(std::make_shared<CLxCenterAspectCropper>(1, 1));
-        const QImage img = Render(&w);
-        if (kind == 0) {
-            QVERIFY(Near(img.pixel(2, 10), Qt::green));
-        } else if (kind == 1) {
-            QVERIFY(Near(img.pixel(2, 10), Qt::red));
-            QVERIFY(Near(img.pixel(38, 10), Qt::green));
-        } else {  // the 20x20 middle: half red, half green, stretched over 40 pixels
-            QVERIFY(Near(img.pixel(5, 10), Qt::red));
-            QVERIFY(Near(img.pixel(35, 10), Qt::green));
-        }
-    }
-
-    void paintRoundsCornersAndDrawsTheBorder() {
-        CLxWebStaticImageWidget w;
-        w.resize(40, 40);
-        const QString red = lxtest::SaveImage(Path("red.png"), lxtest::MakeFrames(1, 40, 40).first(), "PNG");
-        QVERIFY(w.Load(QStringLiteral("r"), red));
-        w.EnableScaleToWidgetSize(true);
-        w.SetRoundedCorner(LxCornerRadiusType::Top, 12, 12);
-        QImage img = Render(&w);
-        QVERIFY(Near(img.pixel(1, 1), Qt::blue));   // rounded away
-        QVERIFY(Near(img.pixel(38, 1), Qt::blue));  // rounded away
-        QVERIFY(Near(img.pixel(1, 38), Qt::red));   // bottom corners stay square
-        QVERIFY(Near(img.pixel(20, 20), Qt::red));
-        const QImage again = Render(&w);  // from the kept rounded pixmap
-        QCOMPARE(again, img);
-
-        w.SetRoundedCorner(LxCornerRadiusType::None, 0, 0);
-        w.SetBorder("ct_text_link", 4);
-        img = Render(&w);
-        const QColor border = lx_ui_res::Provider::instance()->color(QStringLiteral("ct_text_link"));
-        QVERIFY(border.isValid());
-        QVERIFY(Near(img.pixel(1, 20), border, 10));
-        QVERIFY(Near(img.pixel(20, 20), Qt::red));
-        w.SetBorder("no_such_colour", 4);  // unknown key: no border
-        QVERIFY(Near(Render(&w).pixel(1, 20), Qt::red));
     }
 
     void nothingToPaintHides() {
         QWidget parent;
-        auto* w = new CLxWebStaticImageWidget(&parent);
-        w->resize(10, 10);
+        auto* still = new CLxWebStaticImageWidget(&parent);
+        auto* svg = new CLxWebSvgImageWidget(&parent);
+        still->resize(10, 10);
         parent.show();
-        QVERIFY(w->isVisible());
-        Render(w);
-        QVERIFY(!w->isVisible());
+        Render(still);
+        QVERIFY(!still->isVisible());
+        // An SVG without content and size, and one whose size rounds to nothing.
+        for (const char* doc : {"<svg xmlns='http://www.w3.org/2000/svg'/>",
+                                "<svg xmlns='http://www.w3.org/2000/svg' width='0.2' height='0.2'><rect width='5' "
+                                "height='5'/></svg>"}) {
+            QVERIFY(svg->Load(QStringLiteral("e"), lxtest::WriteFile(Path("empty.svg"), doc)));
+            QVERIFY(svg->GetImageSize().isEmpty() && !svg->isVisible());
+        }
+        QVERIFY(svg->Load(QStringLiteral("v"), m_strFile[2]));
+        QVERIFY(svg->isVisible());
     }
 
-    void copyStaticPutsPngImageAndFileOnTheClipboard() {
-        CLxWebStaticImageWidget w;
-        QVERIFY(w.Load(QStringLiteral("c"), m_strPng));
-        w.Copy();
+    void copyPutsThePictureOnTheClipboard_data() {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("format");  // the file's own bytes under this type
+        QTest::newRow("static") << 0 << QString();
+        QTest::newRow("animated: the file itself") << 1 << QStringLiteral("image/gif");
+        QTest::newRow("svg") << 2 << QStringLiteral("image/svg+xml");
+    }
+    void copyPutsThePictureOnTheClipboard() {
+        QFETCH(int, kind);
+        QFETCH(QString, format);
+        const std::unique_ptr<CLxImageWidgetBase> w = MakeWidget(kind);
+        QVERIFY(w->Load(QStringLiteral("c"), m_strFile[kind]));
+        w->Copy();
         const QMimeData* mime = QGuiApplication::clipboard()->mimeData();
-        QVERIFY(mime);
-        QImage fromPng;
-        QVERIFY(fromPng.loadFromData(mime->data(QStringLiteral("image/png")), "PNG"));
-        QCOMPARE(fromPng.size(), QSize(40, 20));
-        QVERIFY(mime->hasImage());
+        if (!format.isEmpty())
+            QCOMPARE(mime->data(format), lxtest::ReadAll(m_strFile[kind]));
+        const QString copied = mime->urls().value(0).toLocalFile();
+        if (kind == 1) {
+            QCOMPARE(copied, m_strFile[1]);
+            return;
+        }
+        // Still pictures: an opaque PNG, an image, and that PNG as "<server time ms>.png" in the
+        // temporary folder.
+        const QByteArray png = mime->data(QStringLiteral("image/png"));
+        const QImage image = QImage::fromData(png, "PNG");
+        QCOMPARE(image.size(), QSize(40, 20));
+        QCOMPARE(Mismatch(image, "r5,5 g35,15"), QString());
+        QCOMPARE(image.pixelColor(0, 0).alpha(), 255);
         QCOMPARE(qvariant_cast<QImage>(mime->imageData()).size(), QSize(40, 20));
-        QCOMPARE(mime->urls().size(), 1);
-        const QFileInfo file(mime->urls().first().toLocalFile());
-        QCOMPARE(file.absolutePath(), QFileInfo(QDir::tempPath()).absoluteFilePath());
-        QVERIFY(QRegularExpression(QStringLiteral("^\\d{13}\\.png$")).match(file.fileName()).hasMatch());
-        QCOMPARE(lxtest::ReadAll(file.filePath()), mime->data(QStringLiteral("image/png")));
-        QFile::remove(file.filePath());
+        QCOMPARE(QFileInfo(copied).absolutePath(), QFileInfo(QDir::tempPath()).absoluteFilePath());
+        QVERIFY(QRegularExpression(QStringLiteral("^\\d{13}\\.png$")).match(QFileInfo(copied).fileName()).hasMatch());
+        QCOMPARE(lxtest::ReadAll(copied), png);
+        QFile::remove(copied);
+    }
 
+    void misuseAsserts() {
         lxtest::AssertRecorder asserts;
-        CLxWebStaticImageWidget empty;
-        empty.Copy();
+        CLxWebStaticImageWidget().Copy();  // nothing to copy
         QVERIFY(asserts.has(QStringLiteral("LxPlatform/LxUIKit/WebImage/LxWebStaticImageWidget"),
                             QStringLiteral("!m_pixmap.isNull()")));
-    }
-
-    void animatedPlaysAndCachesItsOwnCopy_data() {
-        QTest::addColumn<QString>("which");
-        QTest::newRow("gif") << "gif";
-        QTest::newRow("webp") << "webp";
-    }
-    void animatedPlaysAndCachesItsOwnCopy() {
-        QFETCH(QString, which);
-        const QString file = which == QLatin1String("gif") ? m_strGif : m_strWebp;
-        CLxWebAnimatedImageWidget w;
-        QVERIFY(w.Load(QStringLiteral("a"), file));
-        QVERIFY(w.GetMovie());
-        QVERIFY(!w.IsMovieShared());
-        QCOMPARE(w.GetMovie()->state(), QMovie::Running);
-        QMovie* cached = CLxWebImageCacheMgr::GetInstance().GetMovie(QStringLiteral("a"));
-        QVERIFY(cached && cached != w.GetMovie());
-        QCOMPARE(w.GetImageSize(), QSize(16, 16));
-        QSignalSpy frames(w.GetMovie(), &QMovie::frameChanged);
-        QTRY_VERIFY(frames.count() >= 3);
-    }
-
-    void sharedMovieSurvivesOtherWidgets() {
-        CLxWebAnimatedImageWidget loader;
-        QVERIFY(loader.Load(QStringLiteral("s"), m_strGif));
-        QPointer<QMovie> shared = CLxWebImageCacheMgr::GetInstance().GetMovie(QStringLiteral("s"));
-        QVERIFY(shared);
-        auto first = std::make_unique<CLxWebAnimatedImageWidget>();
-        auto second = std::make_unique<CLxWebAnimatedImageWidget>();
-        CLxWebAnimatedImageWidget third;
-        QVERIFY(first->LoadCache(QStringLiteral("s")));
-        QVERIFY(second->LoadCache(QStringLiteral("s")));
-        QVERIFY(third.LoadCache(QStringLiteral("s")));
-        QCOMPARE(first->GetMovie(), shared.data());
-        QCOMPARE(third.GetMovie(), shared.data());
-        QCOMPARE(CLxWebAnimatedImageWidget::SharedViewerCount(shared), 3);
-        QCOMPARE(shared->state(), QMovie::Running);
-
-        // Clearing one and destroying another leaves the movie alone: same object, no parent,
-        // still running, still advancing.
-        first->Clear();
-        second.reset();
-        QVERIFY(shared);
-        QVERIFY(!shared->parent());
-        QCOMPARE(shared->state(), QMovie::Running);
-        QSignalSpy frames(shared.data(), &QMovie::frameChanged);
-        QTRY_VERIFY(frames.count() >= 3);
-        QVERIFY(!third.GetCurPixmap().isNull());
-        QCOMPARE(CLxWebAnimatedImageWidget::SharedViewerCount(shared), 1);
-
-        // The last viewer gone, the movie rests; the next viewer wakes it.
-        third.Clear();
-        QVERIFY(shared);
-        QCOMPARE(shared->state(), QMovie::Paused);
-        QVERIFY(first->LoadCache(QStringLiteral("s")));
-        QCOMPARE(shared->state(), QMovie::Running);
+        QVERIFY(!CLxWebAnimatedImageWidget().LoadCache(QStringLiteral("never cached")));
+        QVERIFY(asserts.has(QStringLiteral("LxPlatform/LxUIKit/WebImage/LxWebAnimatedImageWidget"),
+                            QStringLiteral("m_pMovie != nullptr && m_pMovie->isValid()")));
     }
 
     void cacheLettingGoOfAMovieKeepsItsViewersAnimating() {
         CLxWebAnimatedImageWidget loader, viewer;
-        QVERIFY(loader.Load(QStringLiteral("g"), m_strGif));
+        QVERIFY(loader.Load(QStringLiteral("g"), m_strFile[1]));
         QVERIFY(viewer.LoadCache(QStringLiteral("g")));
         QPointer<QMovie> old = viewer.GetMovie();
         // A newer entry for the URL replaces (deletes) the shared movie: the viewer takes the newer.
@@ -350,88 +317,40 @@ private slots:
         CLxWebImageCacheMgr::GetInstance().Clear();
         QTRY_VERIFY(viewer.GetMovie() != nullptr);
         QVERIFY(!viewer.IsMovieShared());
-        QCOMPARE(viewer.GetMovie()->fileName(), m_strGif);
+        QCOMPARE(viewer.GetMovie()->fileName(), m_strFile[1]);
         QSignalSpy frames(viewer.GetMovie(), &QMovie::frameChanged);
         QTRY_VERIFY(frames.count() >= 2);
     }
 
-    void animatedRefusesBadFiles() {
-        const QByteArray gif = lxtest::ReadAll(m_strGif), webp = lxtest::ReadAll(m_strWebp);
-        CLxWebAnimatedImageWidget w;
-        for (const QByteArray& bytes :
-             {lxtest::Truncated(gif, gif.size() / 2), lxtest::Truncated(webp, webp.size() / 2),
-              lxtest::Corrupted(webp, 32), QByteArray("GIF89a")}) {
-            const QString path = lxtest::WriteFile(Path("badanim.gif"), bytes);
-            QVERIFY(!w.Load(QStringLiteral("bad"), path));
-            QVERIFY(w.GetCurPixmap().isNull());
-            QCOMPARE(CLxWebImageCacheMgr::GetInstance().GetCacheType(QStringLiteral("bad")), 0);
+    void devicePixelRatio2() {
+        SetScreenScale(2);
+        const auto restore = qScopeGuard([] { SetScreenScale(1); });
+        // Scale factor 1: one picture pixel is one device pixel, with a sharp edge.
+        CLxWebStaticImageWidget still;
+        still.resize(40, 20);
+        QVERIFY(still.Load(QStringLiteral("s"), m_strFile[0]));
+        QCOMPARE(still.sizeHint(), QSize(20, 10));
+        QCOMPARE(Mismatch(Render(&still), "r19,9 g20,9 g39,19 b41,5 b10,21"), QString());
+        // SVG: logical size kept, drawn at device resolution (the edge falls between device pixels).
+        CLxWebSvgImageWidget svg;
+        svg.resize(40, 20);
+        QVERIFY(svg.Load(QStringLiteral("v"), m_strFile[2]));
+        QCOMPARE(svg.sizeHint(), QSize(40, 20));
+        QCOMPARE(Mismatch(Render(&svg), "r39,20 g40,20"), QString());
+        QCOMPARE(svg.GetSourcePixmap().size(), QSize(80, 40));
+        QCOMPARE(svg.GetSourcePixmap().devicePixelRatio(), 2.0);
+
+        // Stretched over the widget: every device pixel is covered, pictures and placeholders alike.
+        LxWebImageWidget web, placeholder;
+        for (LxWebImageWidget* w : {&web, &placeholder}) {
+            w->resize(30, 30);
+            w->EnableScaleToWidgetSize(true);
         }
-        lxtest::AssertRecorder asserts;
-        QVERIFY(!w.LoadCache(QStringLiteral("never cached")));
-        QVERIFY(asserts.has(QStringLiteral("LxPlatform/LxUIKit/WebImage/LxWebAnimatedImageWidget"),
-                            QStringLiteral("m_pMovie != nullptr && m_pMovie->isValid()")));
-    }
-
-    void copyAnimatedGivesTheFile() {
-        CLxWebAnimatedImageWidget w;
-        QVERIFY(w.Load(QStringLiteral("c"), m_strGif));
-        w.Copy();
-        const QMimeData* mime = QGuiApplication::clipboard()->mimeData();
-        QVERIFY(mime);
-        QCOMPARE(mime->data(QStringLiteral("image/gif")), lxtest::ReadAll(m_strGif));
-        QCOMPARE(mime->urls().value(0).toLocalFile(), m_strGif);
-    }
-
-    void svgLoadsRendersAndCopies() {
-        QWidget parent;
-        auto* w = new CLxWebSvgImageWidget(&parent);
-        parent.show();
-        QVERIFY(w->Load(QStringLiteral("v"), m_strSvg));
-        QVERIFY(w->isVisible());
-        QCOMPARE(w->GetImageSize(), QSize(40, 20));
-        QCOMPARE(CLxWebImageCacheMgr::GetInstance().GetCacheType(QStringLiteral("v")), 3);
-        QCOMPARE(CLxWebImageCacheMgr::GetInstance().GetSvgFilePath(QStringLiteral("v")), m_strSvg);
-        w->resize(80, 40);
-        w->SetScaleFactor(2.0);
-        QImage img = Render(w);
-        QVERIFY(Near(img.pixel(10, 20), Qt::red));
-        QVERIFY(Near(img.pixel(70, 20), Qt::green));
-        w->SetImageCropper(std::make_shared<RightHalfCropper>());
-        w->SetScaleFactor(1.0);
-        img = Render(w);
-        QVERIFY(Near(img.pixel(5, 10), Qt::green));
-        QVERIFY(Near(img.pixel(30, 10), Qt::blue));  // the cropped picture is 20 wide
-
-        CLxWebSvgImageWidget other;
-        QVERIFY(other.LoadCache(QStringLiteral("v")));
-        other.Copy();
-        const QMimeData* mime = QGuiApplication::clipboard()->mimeData();
-        QCOMPARE(mime->data(QStringLiteral("image/svg+xml")), lxtest::ReadAll(m_strSvg));
-        QImage png;
-        QVERIFY(png.loadFromData(mime->data(QStringLiteral("image/png")), "PNG"));
-        QCOMPARE(png.size(), QSize(40, 20));
-        QVERIFY(Near(png.pixel(5, 5), Qt::red));
-        QCOMPARE(png.pixelColor(0, 0).alpha(), 255);
-        QVERIFY(mime->hasImage());
-        QVERIFY(mime->urls().value(0).toLocalFile().endsWith(QLatin1String(".png")));
-        QFile::remove(mime->urls().value(0).toLocalFile());
-    }
-
-    void svgWithEmptyIntrinsicSizeStaysHidden() {
-        QWidget parent;
-        auto* w = new CLxWebSvgImageWidget(&parent);
-        parent.show();
-        // No content and no size; and a size that rounds to nothing.
-        for (const char* doc : {"<svg xmlns='http://www.w3.org/2000/svg'/>",
-                                "<svg xmlns='http://www.w3.org/2000/svg' width='0.2' height='0.2'><rect width='5' "
-                                "height='5'/></svg>"}) {
-            const QString empty = lxtest::WriteFile(Path("empty.svg"), doc);
-            QVERIFY(w->Load(QStringLiteral("e"), empty));
-            QVERIFY(w->GetImageSize().isEmpty());
-            QVERIFY(!w->isVisible());
-        }
-        QVERIFY(w->Load(QStringLiteral("v"), m_strSvg));
-        QVERIFY(w->isVisible());
+        web.SetUrl(m_strFile[0]);
+        placeholder.ShowDefaultInitImage();
+        QCOMPARE(Mismatch(Render(&web), "r1,58 g58,1"), QString());
+        const QImage img = Render(&placeholder);
+        QVERIFY(!Near(img.pixel(30, 1), Qt::blue) && !Near(img.pixel(30, 58), Qt::blue));
     }
 };
 
