@@ -49,7 +49,7 @@ public:
 
     int32_t i32MaxLineCount = 0;
     bool bShowEllipsis = true;
-    bool bAllTextShown = true;  // of the block laid out last
+    bool bAllTextShown = true;  // per block while laying out: every character got a line
     uint32_t u32MaxHeight = 0;
     int32_t i32EllipsisWidth = 0;
     QString strEllipsisTextColor = QStringLiteral("ct_text_h1");
