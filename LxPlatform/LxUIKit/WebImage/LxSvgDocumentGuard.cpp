@@ -88,45 +88,60 @@ struct Element {
 class CUseExpansion {
 public:
     CUseExpansion(const std::vector<Element>& elements, const QHash<QString, int>& ids)
-        : m_elements(elements), m_ids(ids), m_vecWeight(elements.size(), -1), m_vecState(elements.size(), 0) {}
+        : m_elements(elements),
+          m_ids(ids),
+          m_vecWeight(elements.size(), -1),
+          m_vecHops(elements.size(), 0),
+          m_vecState(elements.size(), 0) {}
 
-    // Elements drawn for element `i`, saturated just above the bound; -1 for a cycle or a chain
-    // over the hop bound.
-    qint64 Weight(int i, int hops) {
-        if (hops > CLxSvgDocumentGuard::kMaxUseHops)
-            return -1;
+    // Elements drawn for element `i`, saturated just above the bound; -1 for a cycle or for a chain
+    // of <use> hops over the bound. Weights and chain lengths are memoised per element, so the
+    // answer does not depend on the order in which shared elements are first reached.
+    qint64 Weight(int i) {
+        const qint64 w = Expand(i);
+        return w < 0 || m_vecHops[size_t(i)] > CLxSvgDocumentGuard::kMaxUseHops ? -1 : w;
+    }
+
+private:
+    qint64 Expand(int i) {
         if (m_vecState[size_t(i)] == 2)
             return m_vecWeight[size_t(i)];
         if (m_vecState[size_t(i)] == 1)
             return -1;
         m_vecState[size_t(i)] = 1;
         qint64 w = 1;
+        int hops = 0;
         const Element& e = m_elements[size_t(i)];
         for (int child : e.vecChildren) {
-            const qint64 c = Weight(child, hops);
+            const qint64 c = Expand(child);
             if (c < 0)
                 return -1;
             w = qMin(w + c, kSaturated);
+            hops = qMax(hops, m_vecHops[size_t(child)]);
         }
         if (!e.strUseTarget.isEmpty()) {
             auto it = m_ids.constFind(e.strUseTarget);
             if (it != m_ids.constEnd()) {
-                const qint64 t = Weight(it.value(), hops + 1);
+                const qint64 t = Expand(it.value());
                 if (t < 0)
                     return -1;
                 w = qMin(w + t, kSaturated);
+                hops = qMax(hops, m_vecHops[size_t(it.value())] + 1);
             }
         }
+        if (hops > CLxSvgDocumentGuard::kMaxUseHops)
+            return -1;  // stop early: nothing above can be accepted either
         m_vecState[size_t(i)] = 2;
         m_vecWeight[size_t(i)] = w;
+        m_vecHops[size_t(i)] = hops;
         return w;
     }
 
-private:
     static constexpr qint64 kSaturated = CLxSvgDocumentGuard::kMaxRenderedElements + 1;
     const std::vector<Element>& m_elements;
     const QHash<QString, int>& m_ids;
     std::vector<qint64> m_vecWeight;
+    std::vector<int> m_vecHops;    // longest chain of <use> hops below the element
     std::vector<char> m_vecState;  // 0 new, 1 being expanded, 2 done
 };
 
@@ -220,7 +235,7 @@ CLxSvgDocumentGuard::Verdict CLxSvgDocumentGuard::Check(const QByteArray& bytes,
         return Verdict::NotSvg;
 
     CUseExpansion expansion(elements, ids);
-    const qint64 drawn = expansion.Weight(0, 0);
+    const qint64 drawn = expansion.Weight(0);
     if (drawn < 0 || drawn > kMaxRenderedElements)
         return Verdict::UseExpansion;
     document = plain;

@@ -112,6 +112,17 @@ private slots:
             V::UseExpansion);
         row("use of its own ancestor", Doc("<g id='a'><g><use xlink:href='#a'/></g></g>"), V::UseExpansion);
         row("use of a missing id", Doc("<use xlink:href='#nothing'/>"), V::Ok);
+        // A chain of single <use>s draws little but nests the renderer's recursion.
+        auto chain = [](int links) {
+            QByteArray doc = "<defs><rect id='c0' width='1' height='1'/>";
+            for (int i = 1; i <= links; ++i)
+                doc += "<g id='c" + QByteArray::number(i) + "'><use xlink:href='#c" + QByteArray::number(i - 1) +
+                       "'/></g>";
+            return Doc(doc + "</defs><use xlink:href='#c" + QByteArray::number(links) + "'/>");
+        };
+        // chain(n) is n + 1 hops deep, counting the outermost <use>.
+        row("use chain at the bound", chain(Guard::kMaxUseHops - 1), V::Ok);
+        row("use chain one hop over", chain(Guard::kMaxUseHops), V::UseExpansion);
 
         row("document over the bound", Doc("<desc>" + QByteArray(int(Guard::kMaxDocumentBytes), 'x') + "</desc>"),
             V::TooLarge);
