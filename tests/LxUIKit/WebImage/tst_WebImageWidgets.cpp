@@ -196,6 +196,7 @@ private slots:
             const std::unique_ptr<CLxImageWidgetBase> w = MakeWidget(kind);
             w->resize(size);
             QVERIFY(w->Load(QStringLiteral("p"), m_strFile[kind]));
+            Render(w.get());  // prepared once with the defaults: the settings below must not reuse it
             w->EnableScaleToWidgetSize(scale == 0);
             w->SetScaleFactor(scale == 0 ? 1 : scale);
             w->SetImageCropper(Cropper(crop));
