@@ -61,6 +61,15 @@ bool ReadWhole(const QString& path, QByteArray& out) {
     return true;
 }
 
+// Qt's GIF reader shows a truncated file as far as it goes; the kit refuses it instead.
+bool GifIsComplete(const QString& filePath, QString* pWhy) {
+    QByteArray data;
+    if (ReadWhole(filePath, data) && CLxWebImageDecoder::IsGifComplete(data))
+        return true;
+    SetWhy(pWhy, QStringLiteral("truncated or damaged gif"));
+    return false;
+}
+
 // Skips data sub-blocks from `pos`; false when the data ends before the zero-length terminator.
 bool SkipSubBlocks(const QByteArray& d, int& pos) {
     while (pos < d.size()) {
@@ -100,13 +109,8 @@ bool CLxWebImageDecoder::DecodeStill(const QString& filePath, QImage& out, QStri
         SetWhy(pWhy, QStringLiteral("size %1x%2 unknown or too large").arg(size.width()).arg(size.height()));
         return false;
     }
-    if (format == "gif") {
-        QByteArray data;
-        if (!ReadWhole(filePath, data) || !IsGifComplete(data)) {
-            SetWhy(pWhy, QStringLiteral("truncated or damaged gif"));
-            return false;
-        }
-    }
+    if (format == "gif" && !GifIsComplete(filePath, pWhy))
+        return false;
     QImage image;
     int i32Warnings = 0;
     {
@@ -139,13 +143,8 @@ bool CLxWebImageDecoder::CheckAnimated(const QString& filePath, QByteArray* pFor
         SetWhy(pWhy, QStringLiteral("size unknown or too large"));
         return false;
     }
-    if (format == "gif") {
-        QByteArray data;
-        if (!ReadWhole(filePath, data) || !IsGifComplete(data)) {
-            SetWhy(pWhy, QStringLiteral("truncated or damaged gif"));
-            return false;
-        }
-    }
+    if (format == "gif" && !GifIsComplete(filePath, pWhy))
+        return false;
     return true;
 }
 
