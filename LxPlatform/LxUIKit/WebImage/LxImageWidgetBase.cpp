@@ -121,8 +121,7 @@ QSize CLxImageWidgetBase::sizeHint() const {
     const QRect crop = CropRectFor(image);
     if (!crop.isNull())
         image = crop.size();
-    // A picture pixel is a device pixel at scale 1.
-    return (QSizeF(image) * m_dScaleFactor / devicePixelRatioF()).toSize();
+    return (QSizeF(image) * m_dScaleFactor / SourcePixelRatio()).toSize();
 }
 
 QRect CLxImageWidgetBase::CropRectFor(const QSize& size) const {

@@ -104,6 +104,9 @@ protected:
     void DrawBorder(QPainter& painter, const QRectF& rect) const;
     // Forget prepared pixmaps (the picture or an option changed).
     virtual void InvalidatePrepared();
+    // Picture pixels per logical pixel at scale 1: a raster pixel is a device pixel; vector
+    // pictures override this with 1 (their size is in logical pixels at any ratio).
+    virtual qreal SourcePixelRatio() const { return devicePixelRatioF(); }
 
     PrepareKey CurrentKey(qint64 i64Source, const QRect& crop) const;
 

@@ -89,17 +89,6 @@ QSize CLxWebSvgImageWidget::GetImageSize() const {
     return m_pRenderer && m_pRenderer->isValid() ? m_pRenderer->defaultSize() : QSize();
 }
 
-QSize CLxWebSvgImageWidget::sizeHint() const {
-    QSize image = GetImageSize();
-    if (image.isEmpty())
-        return QWidget::sizeHint();
-    const QRect crop = CropRectFor(image);
-    if (!crop.isNull())
-        image = crop.size();
-    // Vector: logical pixels at any device pixel ratio.
-    return (QSizeF(image) * m_dScaleFactor).toSize();
-}
-
 void CLxWebSvgImageWidget::renderSvg(QPainter* painter, const QRectF& target, const QRectF& viewBox) {
     if (!m_pRenderer || !m_pRenderer->isValid() || target.isEmpty() || viewBox.isEmpty())
         return;

@@ -32,13 +32,13 @@ public:
     bool GetRoundedCornerPixmapCache(QPixmap& pixmap) override;
     QPixmap GetSourcePixmap() override;
 
-    QSize sizeHint() const override;
     QString GetFilePath() const { return m_strFilePath; }
 
     // Renders the part `viewBox` of the document into `target` (painter coordinates).
     void renderSvg(QPainter* painter, const QRectF& target, const QRectF& viewBox);
 
 protected:
+    qreal SourcePixelRatio() const override { return 1.0; }
     void paintEvent(QPaintEvent* event) override;
     void InvalidatePrepared() override;
 
