@@ -48,16 +48,17 @@ trap cleanup EXIT
 t0=$(date +%s)
 if [ ! -s "$cache/base.tar" ]; then
   say "building a minimal Debian 12 root (once, then cached)"
-  if ! mmdebstrap --variant=minbase --include=git,ca-certificates bookworm "$cache/base.tar.new" "${sources[@]}" \
-    </dev/null >"$cache/bootstrap.log" 2>&1; then
+  rm -rf "$cache/base.new.tar"
+  if ! mmdebstrap --variant=minbase --format=tar --include=git,ca-certificates bookworm "$cache/base.new.tar" \
+    "${sources[@]}" </dev/null >"$cache/bootstrap.log" 2>&1; then
     tail -5 "$cache/bootstrap.log"
     step_aside "mmdebstrap could not build the root (see $cache/bootstrap.log)."
   fi
-  mv "$cache/base.tar.new" "$cache/base.tar"
+  mv "$cache/base.new.tar" "$cache/base.tar"
 fi
 cleanup
 rm -rf "$root" && mkdir -p "$root"
-tar -xf "$cache/base.tar" -C "$root"
+tar -xf "$cache/base.tar" -C "$root" || { rm -f "$cache/base.tar"; step_aside "the cached root could not be unpacked (removed; the next run builds it again)."; }
 cp /etc/resolv.conf "$root/etc/resolv.conf" 2>/dev/null || true
 mount -t proc proc "$root/proc" && mount --rbind /sys "$root/sys" && mount --rbind /dev "$root/dev" ||
   step_aside "cannot mount /proc, /sys and /dev into the root."
