@@ -14,7 +14,14 @@
 //   connect(label, &CLxRichText::Clicked, [](std::shared_ptr<CLxRichTextSnippetBase> s, QPoint) { ... });
 //
 // Theme: colour keys are resolved when the HTML is built; a theme change rebuilds it by itself
-// (right away when shown, else when next shown or painted).
+// (right away when shown, else when next shown or painted). HTML given through setText is kept as
+// it is on a theme change (its colours are its own; unstyled text takes the configuration's text
+// colour, resolved at paint time).
+//
+// Arbitrary HTML (setText): without a line or height limit it is laid out by Qt's own document
+// layout, so lists, tables, floats and frames look as in any Qt text widget. With a limit the
+// kit's layout cuts it per paragraph: list items keep their markers and indents, table cells stack
+// as paragraphs (see CLxRichTextLayout).
 //
 // Sizes: heightForWidth and the size hints follow the label's rules and are cached until the
 // content, the limits, the font or the style change, so repeated questions at one width cost
@@ -197,6 +204,7 @@ private:
     bool m_bShowEllipsis = true;
     unsigned int m_u32TextMaxHeight = 0;
     QString m_strText;
+    bool m_bHtmlFromSnippets = true;  // false while HTML given through setText is shown
 
     bool m_bTextLayoutDirty = true;
     bool m_bMeasureDocDirty = true;
