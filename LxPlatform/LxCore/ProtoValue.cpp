@@ -7,12 +7,11 @@
 #include <limits>
 #include <memory>
 #include <type_traits>
+#include <utility>
 
 namespace core {
 
-static_assert(std::is_standard_layout<CProtoValue>::value, "CProtoValue must stay a plain overlay of Json::Value");
-
-CProtoValue::CProtoValue() : m_value(Json::objectValue) {}
+CProtoValue::CProtoValue() : m_bObject(true) {}
 CProtoValue::CProtoValue(int v) : m_value(v) {}
 CProtoValue::CProtoValue(unsigned int v) : m_value(v) {}
 CProtoValue::CProtoValue(long v) : m_value(Json::Int64(v)) {}
@@ -23,22 +22,54 @@ CProtoValue::CProtoValue(bool v) : m_value(v) {}
 CProtoValue::CProtoValue(double v) : m_value(v) {}
 CProtoValue::CProtoValue(const std::string& v) : m_value(v) {}
 CProtoValue::CProtoValue(const char* v) : m_value(v ? v : "") {}
-CProtoValue::CProtoValue(const Json::Value& v) : m_value(v) {}
+CProtoValue::CProtoValue(const Json::Value& v) {
+    if (!v.isObject()) {
+        m_value = v;
+        return;
+    }
+    m_bObject = true;
+    for (const std::string& key : v.getMemberNames())
+        m_members[key] = std::make_unique<CProtoValue>(v[key]);
+}
+
+CProtoValue::CProtoValue(const CProtoValue& o) : m_bObject(o.m_bObject), m_value(o.m_value) {
+    for (const auto& member : o.m_members)
+        m_members[member.first] = std::make_unique<CProtoValue>(*member.second);
+}
+
+CProtoValue::CProtoValue(CProtoValue&& o) noexcept = default;
+CProtoValue::~CProtoValue() = default;
+
+CProtoValue& CProtoValue::operator=(const CProtoValue& o) {
+    if (this != &o) {
+        CProtoValue copy(o);
+        *this = std::move(copy);
+    }
+    return *this;
+}
+
+CProtoValue& CProtoValue::operator=(CProtoValue&& o) noexcept = default;
 
 CProtoValue& CProtoValue::operator[](const char* key) {
-    if (!m_value.isObject())
-        m_value = Json::Value(Json::objectValue);
-    return reinterpret_cast<CProtoValue&>(m_value[key]);
+    if (!m_bObject) {
+        m_bObject = true;
+        m_value = Json::Value();
+    }
+    std::unique_ptr<CProtoValue>& member = m_members[key ? key : ""];
+    if (!member)
+        member = std::make_unique<CProtoValue>(Json::Value());
+    return *member;
 }
 
 CProtoValue CProtoValue::operator[](const char* key) const {
-    if (!m_value.isObject() || !m_value.isMember(key))
+    const auto it = m_members.find(key ? key : "");
+    if (it == m_members.end())
         return CProtoValue(Json::Value());
-    return CProtoValue(m_value[key]);
+    return *it->second;
 }
 
-bool CProtoValue::isMember(const char* key) const { return m_value.isObject() && m_value.isMember(key); }
-bool CProtoValue::isNull() const { return m_value.isNull(); }
+bool CProtoValue::isMember(const char* key) const { return m_members.count(key ? key : "") != 0; }
+bool CProtoValue::isNull() const { return !m_bObject && m_value.isNull(); }
 
 namespace {
 
@@ -125,13 +156,20 @@ std::string CProtoValue::asString() const {
     }
 }
 
-const Json::Value& CProtoValue::json() const { return m_value; }
+const Json::Value& CProtoValue::json() const {
+    if (!m_bObject)
+        return m_value;
+    m_json = Json::Value(Json::objectValue);
+    for (const auto& member : m_members)
+        m_json[member.first] = member.second->json();
+    return m_json;
+}
 
 std::string CProtoValue::toJsonString() const {
     try {
         Json::StreamWriterBuilder b;
         b["indentation"] = "";
-        return Json::writeString(b, m_value);
+        return Json::writeString(b, json());
     } catch (const std::exception&) {
         return std::string();
     }
@@ -149,10 +187,10 @@ bool CProtoValue::fromJsonString(const std::string& text) {
     } catch (const std::exception&) {
         bOk = false;
     }
-    m_value = bOk ? std::move(v) : Json::Value(Json::objectValue);
+    *this = bOk ? CProtoValue(v) : CProtoValue();
     return bOk;
 }
 
-bool CProtoValue::operator==(const CProtoValue& o) const { return m_value == o.m_value; }
+bool CProtoValue::operator==(const CProtoValue& o) const { return json() == o.json(); }
 
 }  // namespace core

@@ -15,6 +15,8 @@
 #include <json/value.h>
 
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <string>
 
 namespace core {
@@ -33,10 +35,14 @@ public:
     CProtoValue(const std::string& v);
     CProtoValue(const char* v);
     explicit CProtoValue(const Json::Value& v);
+    CProtoValue(const CProtoValue& o);
+    CProtoValue(CProtoValue&& o) noexcept;
+    CProtoValue& operator=(const CProtoValue& o);
+    CProtoValue& operator=(CProtoValue&& o) noexcept;
+    ~CProtoValue();
 
-    CProtoValue& operator=(const CProtoValue&) = default;
-
-    // Object access; a non-object value becomes an object on write.
+    // Object access; a non-object value becomes an object on write. The reference stays valid
+    // while this value lives and stays an object.
     CProtoValue& operator[](const char* key);
     CProtoValue operator[](const char* key) const;
     bool isMember(const char* key) const;
@@ -53,6 +59,7 @@ public:
     // A string as its bytes; a number or boolean in jsoncpp's text form; anything else empty.
     std::string asString() const;
 
+    // The value as a Json::Value; for an object, built on each call and valid until the next.
     const Json::Value& json() const;
     // Compact JSON text; empty if jsoncpp cannot write the value.
     std::string toJsonString() const;
@@ -63,9 +70,12 @@ public:
     bool operator==(const CProtoValue& o) const;
 
 private:
-    // The only member: a CProtoValue is pointer-interconvertible with its Json::Value, which lets
-    // operator[] hand out references to nodes inside the tree.
+    // An object holds its members as values of this class, so operator[] can hand out references
+    // to nodes inside the tree; anything else (null, number, string, boolean, array) is m_value.
+    bool m_bObject = false;
+    std::map<std::string, std::unique_ptr<CProtoValue>> m_members;
     Json::Value m_value;
+    mutable Json::Value m_json;  // json() of an object
 };
 
 }  // namespace core

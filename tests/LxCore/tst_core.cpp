@@ -119,6 +119,13 @@ void TestCore::protoValueJsonRoundTripAndBadInput() {
     core::CProtoValue back;
     QVERIFY(back.fromJsonString(v.toJsonString()));
     QVERIFY(back == v);
+    // Copies are deep: writing into one leaves the other as it was.
+    core::CProtoValue copy = back;
+    copy["a"] = core::CProtoValue(2);
+    copy["n"]["m"] = core::CProtoValue("z");
+    QCOMPARE(back["a"].asInt32(), 1);
+    QVERIFY(!back.isMember("n"));
+    QCOMPARE(copy.toJsonString(), std::string(R"({"a":2,"n":{"m":"z"},"s":"x\"y"})"));
     core::CProtoValue bad;
     QVERIFY(!bad.fromJsonString("{\"a\": "));
     QVERIFY(!bad.isMember("a"));
