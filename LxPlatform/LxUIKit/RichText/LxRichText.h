@@ -28,6 +28,19 @@
 // nothing. Measuring at a width other than the one shown uses a second document
 // (m_pDocForCalculateSize), filled only when first needed; before the widget is shown the document
 // itself is measured, so a row that is measured and then shown at that width is laid out once.
+//
+// Choices made where the behaviour was left open:
+//  - WrapMode and TextAlignment number their enumerators 0..3 as declared; the default wrap is
+//    WrapAtWordBoundaryOrAnywhere (long tokens and URLs break instead of overflowing).
+//  - The document margin is 0: the widget's contents margins and frame are the only spacing.
+//  - The size hint is at most about 80 "x" wide, as Qt's label; the minimum size hint is about four
+//    "x" wide and one line high (the height comes from heightForWidth).
+//  - The line limit wins over the text height limit (SetTextMaxHeight), which applies only
+//    without one; both cut every paragraph separately.
+//  - A style change sets the layout-item margins the style gives labels (SE_LabelLayoutItem),
+//    after the frame has set its own.
+//  - A token with blank text still shows something and so keeps its anchor; the fallbacks are
+//    listed in LxRichTextSnippetBase.h. Snippet text never opens a paragraph, frame or object.
 
 #include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/RichText/LxRichTextConfig.h>
