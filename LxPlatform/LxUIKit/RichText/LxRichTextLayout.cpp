@@ -4,6 +4,7 @@
 #include <LxStdUI/ResProvider.h>
 
 #include <QtGui/private/qabstracttextdocumentlayout_p.h>
+#include <QtGui/private/qtextdocument_p.h>
 #include <QtGui/private/qtextdocumentlayout_p.h>
 #include <QtGui/private/qtextimagehandler_p.h>
 #include <QFontMetricsF>
@@ -241,7 +242,10 @@ bool CLxRichTextLayout::EnsureQtLayout() const {
     CLxRichTextLayoutPrivate* d = m_pPrivate.get();
     if (!d->UseQtLayout())
         return false;
-    if (d->bQtStale && document()) {
+    // Not in the middle of an edit (setHtml moves cursors, which ask for block rectangles): the
+    // document is half built then and Qt's layout must not run over it; it is told of the change
+    // when the edit ends, and until then answers from what it has, as it does when installed.
+    if (d->bQtStale && document() && !document()->docHandle()->isInEditBlock()) {
         d->bQtStale = false;
         d->bDirty = true;  // our own line tables no longer describe the blocks
         ++d->i32LayoutPasses;

@@ -368,6 +368,34 @@ private slots:
         QCOMPARE(w.GetLayout()->blockBoundingRect(ticker).top(), w.GetLayout()->blockBoundingRect(name).top());
     }
 
+    // Found by fuzzing: after a limit was lifted, Qt's engine was first asked for a block while the
+    // next post's HTML was still being read (the reader moves cursors, which ask for block
+    // rectangles); laying out the half-built document crashed on the picture. Qt's engine now
+    // waits for the edit to end.
+    void fuzzFindings() {
+        // The fuzzer's input, as UTF-8 bytes: a text, a picture path, a stock name.
+        const auto utf8 = [](const char* bytes, int size) { return QString::fromUtf8(bytes, size); };
+        const QString text = utf8(
+            "\x11\x00\x00\x00\x00\x00\x00\x00\xbf\xbe\xf4\x8f\x01\x78\xef\x00\x00\xb7\x00\x00\x00\x00\x00\x00\x00\x00"
+            "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x91\x79",
+            47);
+        const QString path = utf8("\xb7\x91\x61\xef\xb7\x90\x62", 7);
+        const QString stock = utf8("\x44\x46\x4d\x69\x6e\x67\x73\xef\xbf\xbc\x00\xfe\x00\xc2\xa0\xbf\x00\x00", 18);
+        CLxRichText w;
+        w.resize(240, 200);
+        // As in the fuzzer's run: laid out under a limit first, then the limit lifted.
+        w.SetMaxLine(2);
+        w.SetRichTextData({Text(QStringLiteral("earlier post"))});
+        QCOMPARE(w.GetLineCount(), 1);
+        w.SetMaxLine(0);
+        w.SetRichTextData(
+            {Text(text), std::make_shared<CLxRichTextSnippetImage>(QStringLiteral(":/fuzz/") + path), Stock(stock)});
+        QVERIFY(w.GetLayout()->IsQtLayoutInCharge());
+        QCOMPARE(w.document()->blockCount(), 1);
+        QVERIFY(w.GetLineCount() >= 1);
+        QVERIFY(w.heightForWidth(120) > 0);
+    }
+
     // A style change sets the layout-item margins the style asks of labels (the frame's own would
     // win if set last): in a layout the widget moves by them, and back when the style goes.
     void styleChangeSetsLayoutItemMargins() {
