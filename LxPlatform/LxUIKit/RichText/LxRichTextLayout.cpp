@@ -204,7 +204,13 @@ QString CLxRichTextLayout::GetEllipsisTextColor() const { return m_pPrivate->str
 int CLxRichTextLayout::GetEllipsisWidth() const { return m_pPrivate->i32EllipsisWidth; }
 
 void CLxRichTextLayout::Relayout() {
-    m_pPrivate->bUseQt = m_pPrivate->i32MaxLineCount <= 0 && m_pPrivate->u32MaxHeight == 0;
+    const bool bUseQt = m_pPrivate->i32MaxLineCount <= 0 && m_pPrivate->u32MaxHeight == 0;
+    // Qt's layout finishes long documents in steps on a timer; those steps must not touch the
+    // blocks after our engine has taken over, so it finishes now.
+    if (m_pPrivate->bUseQt && !bUseQt && !m_pPrivate->bQtStale && document() &&
+        !document()->docHandle()->isInEditBlock())
+        m_pPrivate->pQtLayout->documentSize();
+    m_pPrivate->bUseQt = bUseQt;
     m_pPrivate->bDirty = true;
     m_pPrivate->bQtStale = true;
     emit update(QRectF(0., 0., 1000000000., 1000000000.));

@@ -396,6 +396,25 @@ private slots:
         QVERIFY(w.heightForWidth(120) > 0);
     }
 
+    // A long document that Qt's engine laid out only in part (it finishes in steps on a timer)
+    // keeps the lines our engine gives it once a limit is set: the remaining steps do not run
+    // over it later.
+    void limitAfterPartialQtLayout() {
+        CLxRichText w;
+        w.resize(120, 400);
+        QStringList paragraphs;
+        for (int i = 0; i < 80; ++i)
+            paragraphs << QStringLiteral("<p>paragraph %1 with words enough to wrap twice at this width</p>").arg(i);
+        w.setText(paragraphs.join(QString()));
+        w.document()->setTextWidth(120);
+        (void)w.GetLayout()->blockBoundingRect(w.document()->begin());  // lays out the first steps only
+        w.SetMaxLine(1);
+        QCOMPARE(w.GetLineCount(), 80);
+        QTest::qWait(200);
+        for (QTextBlock b = w.document()->begin(); b.isValid(); b = b.next())
+            QCOMPARE(b.layout()->lineCount(), 1);
+    }
+
     // A style change sets the layout-item margins the style asks of labels (the frame's own would
     // win if set last): in a layout the widget moves by them, and back when the style goes.
     void styleChangeSetsLayoutItemMargins() {
