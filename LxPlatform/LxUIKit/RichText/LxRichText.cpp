@@ -9,6 +9,7 @@
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetEmoticon.h>
 
+#include <QtWidgets/private/qwidget_p.h>
 #include <QtWidgets/private/qwidgettextcontrol_p.h>
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -253,6 +254,7 @@ void CLxRichText::SetRichTextData(const SnippetList& vecSnippets) {
     m_pLastHovered = nullptr;
     LXUIKIT_ASSERT_RETURN(m_pDocForCalculateSize);
     setText(GetFormatHtml());
+    m_bHtmlFromSnippets = true;
 }
 
 void CLxRichText::SetConfig(std::shared_ptr<LxRichTextConfig> spConfig) {
@@ -265,11 +267,13 @@ void CLxRichText::SetConfig(std::shared_ptr<LxRichTextConfig> spConfig) {
             m_pMeasureLayout->SetEllipsisTextColor(m_spConfig->strTextColor);
     }
     setText(GetFormatHtml());
+    m_bHtmlFromSnippets = true;
 }
 
 void CLxRichText::ResetHtml() {
     m_bThemeDirty = false;
     setText(GetFormatHtml());
+    m_bHtmlFromSnippets = true;
 }
 
 QString CLxRichText::text() const {
@@ -279,6 +283,7 @@ QString CLxRichText::text() const {
 
 void CLxRichText::setText(const QString& strHtml) {
     m_strText = strHtml;
+    m_bHtmlFromSnippets = false;
     // Setting the control's cursor makes it lay the document out for the caret: only when needed.
     if (m_pControl && m_pControl->textCursor().hasSelection()) {
         QTextCursor c = m_pControl->textCursor();
@@ -334,6 +339,9 @@ void CLxRichText::InvalidateSizes() {
 }
 
 void CLxRichText::OnThemeChanged(lx_ui_theme::Manager::Theme) {
+    // HTML given through setText carries its own colours: there is nothing to build again.
+    if (!m_bHtmlFromSnippets)
+        return;
     // Hidden widgets (most of a long feed) rebuild when they are shown again.
     if (isVisible())
         ResetHtml();
@@ -382,14 +390,12 @@ void CLxRichText::ReSetMaxHeight() {
     if (m_i32MaxLine < 1)
         return;
     EnsureTextLayouted();
-    QTextBlock block;
-    const QTextLine line = m_pLayout ? m_pLayout->GetLine(m_i32MaxLine - 1, &block) : QTextLine();
-    if (!line.isValid())
+    const QRectF line = m_pLayout ? m_pLayout->GetLineRect(m_i32MaxLine - 1) : QRectF();
+    if (line.isNull())
         return;
     const QMargins m = contentsMargins();
     const int frame = frameWidth();
-    const qreal top = block.layout()->position().y() + line.y();
-    setMaximumHeight(qRound(top + line.height()) + m.top() + m.bottom() + 2 * frame);
+    setMaximumHeight(qRound(line.bottom()) + m.top() + m.bottom() + 2 * frame);
 }
 
 void CLxRichText::SetWrapMode(WrapMode enMode) {
@@ -544,10 +550,9 @@ QSize CLxRichText::minimumSizeHint() const {
     if (QTextDocument* pDoc = self->DocumentForWidth(-1)) {
         auto* pLayout = qobject_cast<CLxRichTextLayout*>(pDoc->documentLayout());
         desired = qMax(1, qCeil(pDoc->documentLayout()->documentSize().width()) + extraW);
-        QTextBlock block;
-        const QTextLine line = pLayout ? pLayout->GetLine(0, &block) : QTextLine();
-        if (line.isValid())
-            firstLine = qCeil(block.layout()->position().y() + line.y() + line.height()) + extraH;
+        const QRectF line = pLayout ? pLayout->GetLineRect(0) : QRectF();
+        if (!line.isNull())
+            firstLine = qCeil(line.bottom()) + extraH;
     }
     if (m_enWrapMode == NoWrap) {
         m_sizeHint = self->SizeForWidth(desired, true);
@@ -608,9 +613,8 @@ int CLxRichText::FindLastVisibleLine() {
     const qreal bottom = contentsRect().height();
     int last = -1;
     for (int i = 0;; ++i) {
-        QTextBlock block;
-        const QTextLine line = m_pLayout->GetLine(i, &block);
-        if (!line.isValid() || block.layout()->position().y() + line.y() + line.height() > bottom + 0.5)
+        const QRectF line = m_pLayout->GetLineRect(i);
+        if (line.isNull() || line.bottom() > bottom + 0.5)
             break;
         last = i;
     }
@@ -876,10 +880,16 @@ bool CLxRichText::focusNextPrevChild(bool bNext) {
 bool CLxRichText::event(QEvent* e) {
     switch (e->type()) {
     case QEvent::Polish: EnsureTextControl(); break;
-    case QEvent::StyleChange:
+    case QEvent::StyleChange: {
+        // The style decides how far a label's visible part lies inside the rectangle a layout
+        // gives it. Set after the frame has handled the change: the frame sets its own (frame)
+        // margins then, which would otherwise win.
+        const bool bResult = QFrame::event(e);
+        QWidgetPrivate::get(this)->setLayoutItemMargins(QStyle::SE_LabelLayoutItem);
         InvalidateSizes();
-        m_bTextLayoutDirty = true;
-        break;
+        updateGeometry();
+        return bResult;
+    }
     case QEvent::Resize:
         if (m_pControl)
             m_bTextLayoutDirty = true;

@@ -14,13 +14,33 @@
 //   connect(label, &CLxRichText::Clicked, [](std::shared_ptr<CLxRichTextSnippetBase> s, QPoint) { ... });
 //
 // Theme: colour keys are resolved when the HTML is built; a theme change rebuilds it by itself
-// (right away when shown, else when next shown or painted).
+// (right away when shown, else when next shown or painted). HTML given through setText is kept as
+// it is on a theme change (its colours are its own; unstyled text takes the configuration's text
+// colour, resolved at paint time).
+//
+// Arbitrary HTML (setText): without a line or height limit it is laid out by Qt's own document
+// layout, so lists, tables, floats and frames look as in any Qt text widget. With a limit the
+// kit's layout cuts it per paragraph: list items keep their markers and indents, table cells stack
+// as paragraphs (see CLxRichTextLayout).
 //
 // Sizes: heightForWidth and the size hints follow the label's rules and are cached until the
 // content, the limits, the font or the style change, so repeated questions at one width cost
 // nothing. Measuring at a width other than the one shown uses a second document
 // (m_pDocForCalculateSize), filled only when first needed; before the widget is shown the document
 // itself is measured, so a row that is measured and then shown at that width is laid out once.
+//
+// Choices made where the behaviour was left open:
+//  - WrapMode and TextAlignment number their enumerators 0..3 as declared; the default wrap is
+//    WrapAtWordBoundaryOrAnywhere (long tokens and URLs break instead of overflowing).
+//  - The document margin is 0: the widget's contents margins and frame are the only spacing.
+//  - The size hint is at most about 80 "x" wide, as Qt's label; the minimum size hint is about four
+//    "x" wide and one line high (the height comes from heightForWidth).
+//  - The line limit wins over the text height limit (SetTextMaxHeight), which applies only
+//    without one; both cut every paragraph separately.
+//  - A style change sets the layout-item margins the style gives labels (SE_LabelLayoutItem),
+//    after the frame has set its own.
+//  - A token with blank text still shows something and so keeps its anchor; the fallbacks are
+//    listed in LxRichTextSnippetBase.h. Snippet text never opens a paragraph, frame or object.
 
 #include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/RichText/LxRichTextConfig.h>
@@ -197,6 +217,7 @@ private:
     bool m_bShowEllipsis = true;
     unsigned int m_u32TextMaxHeight = 0;
     QString m_strText;
+    bool m_bHtmlFromSnippets = true;  // false while HTML given through setText is shown
 
     bool m_bTextLayoutDirty = true;
     bool m_bMeasureDocDirty = true;

@@ -15,7 +15,7 @@ core::CProtoValue CLxRichTextDataEmotion::ToProtoValue() {
 }
 
 bool CLxRichTextDataEmotion::FromProtoValue(const core::CProtoValue& value) {
-    m_u32EmoticonID = static_cast<uint32_t>(value["emotionid"].asInt32());
+    m_u32EmoticonID = value["emotionid"].asUInt32();
     m_strFilePath = QString::fromStdString(value["emotionpath"].asString());
     return true;
 }

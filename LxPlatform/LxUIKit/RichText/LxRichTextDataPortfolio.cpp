@@ -12,7 +12,7 @@ core::CProtoValue CLxRichTextDataPortfolio::ToProtoValue() {
 }
 
 bool CLxRichTextDataPortfolio::FromProtoValue(const core::CProtoValue& value) {
-    m_u64PortfolioID = static_cast<uint64_t>(value["portfolioid"].asInt64());
+    m_u64PortfolioID = value["portfolioid"].asUInt64();
     m_strPortfolioName = QString::fromStdString(value["portfolioname"].asString());
     m_strPortfolioCode = QString::fromStdString(value["portfoliocode"].asString());
     return true;

@@ -12,7 +12,7 @@ core::CProtoValue CLxRichTextDataStock::ToProtoValue() {
 }
 
 bool CLxRichTextDataStock::FromProtoValue(const core::CProtoValue& value) {
-    m_u64StockID = static_cast<uint64_t>(value["stockid"].asInt64());
+    m_u64StockID = value["stockid"].asUInt64();
     m_strStockName = QString::fromStdString(value["stockname"].asString());
     m_strDisplayText = QString::fromStdString(value["displaytext"].asString());
     return true;

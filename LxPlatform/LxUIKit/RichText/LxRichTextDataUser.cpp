@@ -12,7 +12,7 @@ core::CProtoValue CLxRichTextDataUser::ToProtoValue() {
 }
 
 bool CLxRichTextDataUser::FromProtoValue(const core::CProtoValue& value) {
-    m_u64UserID = static_cast<uint64_t>(value["userid"].asInt64());
+    m_u64UserID = value["userid"].asUInt64();
     m_strNickName = QString::fromStdString(value["nickname"].asString());
     m_strDisplayText = QString::fromStdString(value["displaytext"].asString());
     return true;

@@ -3,13 +3,19 @@
 #include <LxCore/LxLog.h>
 #include <LxStdUI/ResProvider.h>
 
+#include <QtGui/private/qabstracttextdocumentlayout_p.h>
+#include <QtGui/private/qtextdocument_p.h>
+#include <QtGui/private/qtextdocumentlayout_p.h>
 #include <QtGui/private/qtextimagehandler_p.h>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
 #include <QTextLayout>
+#include <QTextList>
+#include <QtMath>
 
 #include <algorithm>
 #include <vector>
@@ -39,6 +45,87 @@ QTextCharFormat FormatAt(const QTextBlock& block, int offset) {
             return f.charFormat();
     }
     return block.charFormat();
+}
+
+// Qt's own document layout, used while no limit is set. It is not the document's installed
+// layout, so the calls Qt's text engine makes on the installed one (inline objects, changes) are
+// passed on to it; hence the protected steps are made reachable here.
+class CQtDocumentLayout : public QTextDocumentLayout {
+public:
+    using QTextDocumentLayout::documentChanged;
+    using QTextDocumentLayout::drawInlineObject;
+    using QTextDocumentLayout::positionInlineObject;
+    using QTextDocumentLayout::QTextDocumentLayout;
+    using QTextDocumentLayout::resizeInlineObject;
+};
+
+// Indent of a block from its own indent and, for a list item, its list's indent (as Qt does).
+qreal BlockIndent(const QTextDocument* doc, const QTextBlock& block) {
+    qreal indent = block.blockFormat().indent();
+    if (const QTextList* list = block.textList())
+        indent += list->format().indent();
+    return indent * doc->indentWidth();
+}
+
+// The list marker of a list item, beside its first line, drawn as Qt's document layout draws it:
+// the item's number text for numbered styles, a disc, circle or square for the others.
+void DrawListMarker(QPainter* p, const QTextDocument* doc, const QTextBlock& block, const QBrush& textBrush) {
+    const QTextList* list = block.textList();
+    const QTextLayout* tl = block.layout();
+    if (!list || tl->lineCount() == 0)
+        return;
+    int style = list->format().style();
+    if (block.blockFormat().hasProperty(QTextFormat::ListStyle))
+        style = block.blockFormat().intProperty(QTextFormat::ListStyle);
+    const QFont font = QTextCursor(block).charFormat().font().resolve(doc->defaultFont());
+    const QFontMetricsF fm(font);
+    const QTextLine first = tl->lineAt(0);
+    const Qt::LayoutDirection dir = block.textDirection();
+    QPointF pos = (tl->position() + first.naturalTextRect().topLeft()).toPoint();
+    if (dir == Qt::RightToLeft)
+        pos.rx() += first.naturalTextRect().width();
+    QString itemText;
+    QSizeF size;
+    switch (style) {
+    case QTextListFormat::ListDecimal:
+    case QTextListFormat::ListLowerAlpha:
+    case QTextListFormat::ListUpperAlpha:
+    case QTextListFormat::ListLowerRoman:
+    case QTextListFormat::ListUpperRoman:
+        itemText = list->itemText(block);
+        size = QSizeF(fm.horizontalAdvance(itemText), fm.height());
+        break;
+    case QTextListFormat::ListSquare:
+    case QTextListFormat::ListCircle:
+    case QTextListFormat::ListDisc: size = QSizeF(qFloor(fm.lineSpacing()) / 3, qFloor(fm.lineSpacing()) / 3); break;
+    default: return;
+    }
+    QRectF r(pos, size);
+    qreal xoff = fm.horizontalAdvance(QLatin1Char(' '));
+    if (dir == Qt::LeftToRight)
+        xoff = -xoff - size.width();
+    r.translate(xoff, fm.height() / 2 - size.height() / 2);
+    p->save();
+    p->setRenderHint(QPainter::Antialiasing);
+    switch (style) {
+    case QTextListFormat::ListSquare: p->fillRect(r, textBrush); break;
+    case QTextListFormat::ListCircle:
+        p->setPen(QPen(textBrush, 0));
+        p->setBrush(Qt::NoBrush);
+        p->drawEllipse(r.translated(0.5, 0.5));
+        break;
+    case QTextListFormat::ListDisc:
+        p->setBrush(textBrush);
+        p->setPen(Qt::NoPen);
+        p->drawEllipse(r);
+        break;
+    default:
+        p->setFont(font);
+        p->setPen(QPen(textBrush, 0));
+        p->drawText(r, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, itemText);
+        break;
+    }
+    p->restore();
 }
 
 }  // namespace
@@ -72,6 +159,14 @@ public:
     int i32LineCount = 0;
     int i32LayoutPasses = 0;
 
+    // Qt's layout, in charge while no limit is set; stale when the document changed or our own
+    // layout touched the blocks since it last laid them out.
+    CQtDocumentLayout* pQtLayout = nullptr;
+    bool bQtStale = true;
+    // Taken from the limits by Relayout(), like every other effect of the setters.
+    bool bUseQt = true;
+    bool UseQtLayout() const { return bUseQt; }
+
     const BlockInfo* Find(int i32Position) const {
         auto it = std::lower_bound(vecBlocks.begin(), vecBlocks.end(), i32Position,
                                    [](const BlockInfo& b, int pos) { return b.i32Position < pos; });
@@ -83,6 +178,15 @@ CLxRichTextLayout::CLxRichTextLayout(QTextDocument* pDoc)
     : QAbstractTextDocumentLayout(pDoc), m_pPrivate(std::make_unique<CLxRichTextLayoutPrivate>()) {
     m_pPrivate->Init();
     registerHandler(QTextFormat::ImageObject, new QTextImageHandler(this));
+    auto* pQt = new CQtDocumentLayout(pDoc);
+    pQt->setParent(this);
+    m_pPrivate->pQtLayout = pQt;
+    // Its signals are ours: the document's users listen to the installed layout.
+    connect(pQt, &QAbstractTextDocumentLayout::update, this, &QAbstractTextDocumentLayout::update);
+    connect(pQt, &QAbstractTextDocumentLayout::updateBlock, this, &QAbstractTextDocumentLayout::updateBlock);
+    connect(pQt, &QAbstractTextDocumentLayout::documentSizeChanged, this,
+            &QAbstractTextDocumentLayout::documentSizeChanged);
+    connect(pQt, &QAbstractTextDocumentLayout::pageCountChanged, this, &QAbstractTextDocumentLayout::pageCountChanged);
 }
 
 CLxRichTextLayout::~CLxRichTextLayout() = default;
@@ -100,17 +204,69 @@ QString CLxRichTextLayout::GetEllipsisTextColor() const { return m_pPrivate->str
 int CLxRichTextLayout::GetEllipsisWidth() const { return m_pPrivate->i32EllipsisWidth; }
 
 void CLxRichTextLayout::Relayout() {
+    const bool bUseQt = m_pPrivate->i32MaxLineCount <= 0 && m_pPrivate->u32MaxHeight == 0;
+    // Qt's layout finishes long documents in steps on a timer; those steps must not touch the
+    // blocks after our engine has taken over, so it finishes now.
+    if (m_pPrivate->bUseQt && !bUseQt && !m_pPrivate->bQtStale && document() &&
+        !document()->docHandle()->isInEditBlock())
+        m_pPrivate->pQtLayout->documentSize();
+    m_pPrivate->bUseQt = bUseQt;
     m_pPrivate->bDirty = true;
+    m_pPrivate->bQtStale = true;
     emit update(QRectF(0., 0., 1000000000., 1000000000.));
 }
 
-void CLxRichTextLayout::documentChanged(int, int, int) { Relayout(); }
+bool CLxRichTextLayout::IsQtLayoutInCharge() const { return m_pPrivate->UseQtLayout(); }
+
+void CLxRichTextLayout::documentChanged(int from, int charsRemoved, int charsAdded) {
+    CLxRichTextLayoutPrivate* d = m_pPrivate.get();
+    if (d->UseQtLayout() && !d->bQtStale) {
+        // Qt's layout follows changes itself, incrementally.
+        d->bDirty = true;
+        ++d->i32LayoutPasses;
+        SyncQtLayout();
+        d->pQtLayout->documentChanged(from, charsRemoved, charsAdded);
+        return;
+    }
+    d->bDirty = true;
+    d->bQtStale = true;
+    emit update(QRectF(0., 0., 1000000000., 1000000000.));
+}
+
+// Qt's layout looks inline-object handlers up in its own table; it gets ours, which is where
+// they are registered.
+void CLxRichTextLayout::SyncQtLayout() const {
+    CQtDocumentLayout* pQt = m_pPrivate->pQtLayout;
+    auto* pOurs = static_cast<const QAbstractTextDocumentLayoutPrivate*>(QObjectPrivate::get(this));
+    auto* pTheirs = static_cast<QAbstractTextDocumentLayoutPrivate*>(QObjectPrivate::get(pQt));
+    pTheirs->handlers = pOurs->handlers;
+    if (pQt->paintDevice() != paintDevice())
+        pQt->setPaintDevice(paintDevice());
+}
+
+bool CLxRichTextLayout::EnsureQtLayout() const {
+    CLxRichTextLayoutPrivate* d = m_pPrivate.get();
+    if (!d->UseQtLayout())
+        return false;
+    // Not in the middle of an edit (setHtml moves cursors, which ask for block rectangles): the
+    // document is half built then and Qt's layout must not run over it; it is told of the change
+    // when the edit ends, and until then answers from what it has, as it does when installed.
+    if (d->bQtStale && document() && !document()->docHandle()->isInEditBlock()) {
+        d->bQtStale = false;
+        d->bDirty = true;  // our own line tables no longer describe the blocks
+        ++d->i32LayoutPasses;
+        SyncQtLayout();
+        d->pQtLayout->documentChanged(0, 0, document()->characterCount());
+    }
+    return true;
+}
 
 void CLxRichTextLayout::EnsureLayout() const {
     CLxRichTextLayoutPrivate* d = m_pPrivate.get();
     if (!d->bDirty)
         return;
     d->bDirty = false;  // first: inline-object handlers may ask for sizes while we lay out
+    d->bQtStale = true;
     ++d->i32LayoutPasses;
     QTextDocument* doc = document();
     const QSizeF oldSize = d->size;
@@ -167,9 +323,9 @@ void CLxRichTextLayout::EnsureLayout() const {
             tl->setTextOption(option);
             tl->setPosition(QPointF(0, y));
 
-            const qreal left = frameLeft + bf.leftMargin() + bf.indent() * doc->indentWidth();
-            const qreal lineWidth =
-                qMax<qreal>(0, avail - bf.leftMargin() - bf.rightMargin() - bf.indent() * doc->indentWidth());
+            const qreal blockIndent = BlockIndent(doc, block);
+            const qreal left = frameLeft + bf.leftMargin() + blockIndent;
+            const qreal lineWidth = qMax<qreal>(0, avail - bf.leftMargin() - bf.rightMargin() - blockIndent);
 
             CLxRichTextLayoutPrivate::BlockInfo info;
             info.block = block;
@@ -263,6 +419,8 @@ void CLxRichTextLayout::EnsureLayout() const {
 }
 
 bool CLxRichTextLayout::IsAllTextShown() const {
+    if (EnsureQtLayout())
+        return true;
     EnsureLayout();
     for (const auto& info : m_pPrivate->vecBlocks)
         if (info.bCut)
@@ -271,20 +429,45 @@ bool CLxRichTextLayout::IsAllTextShown() const {
 }
 
 bool CLxRichTextLayout::IsBlockCut(const QTextBlock& block) const {
+    if (EnsureQtLayout())
+        return false;
     EnsureLayout();
     const auto* info = m_pPrivate->Find(block.position());
     return info && info->bCut;
 }
 
 int CLxRichTextLayout::GetLineCount() const {
+    if (EnsureQtLayout()) {
+        documentSize();  // Qt lays large documents out in steps: finish first
+        int n = 0;
+        for (QTextBlock b = document()->begin(); b.isValid(); b = b.next())
+            if (b.isVisible())
+                n += b.layout()->lineCount();
+        return n;
+    }
     EnsureLayout();
     return m_pPrivate->i32LineCount;
 }
 
 QTextLine CLxRichTextLayout::GetLine(int i32Index, QTextBlock* pBlock) const {
-    EnsureLayout();
     if (i32Index < 0)
         return QTextLine();
+    if (EnsureQtLayout()) {
+        documentSize();
+        for (QTextBlock b = document()->begin(); b.isValid(); b = b.next()) {
+            if (!b.isVisible())
+                continue;
+            const int n = b.layout()->lineCount();
+            if (i32Index < n) {
+                if (pBlock)
+                    *pBlock = b;
+                return b.layout()->lineAt(i32Index);
+            }
+            i32Index -= n;
+        }
+        return QTextLine();
+    }
+    EnsureLayout();
     for (const auto& info : m_pPrivate->vecBlocks) {
         if (i32Index < info.i32Lines) {
             if (pBlock)
@@ -298,12 +481,26 @@ QTextLine CLxRichTextLayout::GetLine(int i32Index, QTextBlock* pBlock) const {
 
 int CLxRichTextLayout::GetLayoutPassCount() const { return m_pPrivate->i32LayoutPasses; }
 
+QRectF CLxRichTextLayout::GetLineRect(int i32Index) const {
+    QTextBlock block;
+    const QTextLine line = GetLine(i32Index, &block);
+    if (!line.isValid())
+        return QRectF();
+    // Qt places blocks inside frames and table cells: its block rectangle has the frame offsets.
+    const QPointF origin = m_pPrivate->UseQtLayout() ? blockBoundingRect(block).topLeft() : block.layout()->position();
+    return line.rect().translated(origin);
+}
+
 qreal CLxRichTextLayout::GetIdealWidth() const {
+    if (EnsureQtLayout())
+        return m_pPrivate->pQtLayout->idealWidth();
     EnsureLayout();
     return m_pPrivate->idealWidth;
 }
 
 QRectF CLxRichTextLayout::GetEllipsisRect(const QTextBlock& block) const {
+    if (EnsureQtLayout())
+        return QRectF();
     EnsureLayout();
     const auto* info = m_pPrivate->Find(block.position());
     if (!info || !info->bCut || !m_pPrivate->bShowEllipsis)
@@ -312,10 +509,28 @@ QRectF CLxRichTextLayout::GetEllipsisRect(const QTextBlock& block) const {
     return QRectF(info->ellipsisPos.x(), info->ellipsisPos.y() - fm.ascent(), info->ellipsisWidth, fm.height());
 }
 
+// Selections are half transparent so the text's own colours show through.
+static void HalfTransparent(QTextCharFormat& format) {
+    if (!format.hasProperty(QTextFormat::BackgroundBrush))
+        return;
+    QBrush brush = format.background();
+    QColor c = brush.color();
+    c.setAlpha(128);
+    brush.setColor(c);
+    format.setBackground(brush);
+}
+
 void CLxRichTextLayout::draw(QPainter* pPainter, const PaintContext& context) {
-    EnsureLayout();
     if (!pPainter)
         return;
+    if (EnsureQtLayout()) {
+        PaintContext ctx = context;
+        for (Selection& sel : ctx.selections)
+            HalfTransparent(sel.format);
+        m_pPrivate->pQtLayout->draw(pPainter, ctx);
+        return;
+    }
+    EnsureLayout();
     const CLxRichTextLayoutPrivate* d = m_pPrivate.get();
     const QRectF clip = context.clip;
     const QPen textPen(context.palette.color(QPalette::Text));
@@ -343,18 +558,13 @@ void CLxRichTextLayout::draw(QPainter* pPainter, const PaintContext& context) {
                 range.start = start;
                 range.length = end - start;
                 range.format = sel.format;
-                // Selections are half transparent so the text's own colours show through.
-                if (range.format.hasProperty(QTextFormat::BackgroundBrush)) {
-                    QBrush brush = range.format.background();
-                    QColor c = brush.color();
-                    c.setAlpha(128);
-                    brush.setColor(c);
-                    range.format.setBackground(brush);
-                }
+                HalfTransparent(range.format);
                 selections.append(range);
             }
         }
         tl->draw(pPainter, QPointF(0, 0), selections, clip);
+        if (block.textList())
+            DrawListMarker(pPainter, document(), block, context.palette.brush(QPalette::Text));
         if (context.cursorPosition >= blockPos && context.cursorPosition < blockPos + blockLen)
             tl->drawCursor(pPainter, QPointF(0, 0), context.cursorPosition - blockPos);
 
@@ -373,6 +583,8 @@ void CLxRichTextLayout::draw(QPainter* pPainter, const PaintContext& context) {
 }
 
 int CLxRichTextLayout::hitTest(const QPointF& point, Qt::HitTestAccuracy accuracy) const {
+    if (EnsureQtLayout())
+        return m_pPrivate->pQtLayout->hitTest(point, accuracy);
     EnsureLayout();
     const auto& blocks = m_pPrivate->vecBlocks;
     const bool bFuzzy = accuracy == Qt::FuzzyHit;
@@ -414,14 +626,22 @@ int CLxRichTextLayout::hitTest(const QPointF& point, Qt::HitTestAccuracy accurac
     return lastInfo.i32Position + line.textStart() + line.textLength();
 }
 
-int CLxRichTextLayout::pageCount() const { return 1; }
+int CLxRichTextLayout::pageCount() const {
+    if (EnsureQtLayout())
+        return m_pPrivate->pQtLayout->pageCount();
+    return 1;
+}
 
 QSizeF CLxRichTextLayout::documentSize() const {
+    if (EnsureQtLayout())
+        return m_pPrivate->pQtLayout->documentSize();
     EnsureLayout();
     return m_pPrivate->size;
 }
 
 QRectF CLxRichTextLayout::frameBoundingRect(QTextFrame* pFrame) const {
+    if (EnsureQtLayout())
+        return m_pPrivate->pQtLayout->frameBoundingRect(pFrame);
     if (!pFrame || !document() || pFrame != document()->rootFrame())
         return QRectF();
     EnsureLayout();
@@ -429,6 +649,8 @@ QRectF CLxRichTextLayout::frameBoundingRect(QTextFrame* pFrame) const {
 }
 
 QRectF CLxRichTextLayout::blockBoundingRect(const QTextBlock& block) const {
+    if (EnsureQtLayout())
+        return m_pPrivate->pQtLayout->blockBoundingRect(block);
     if (!block.isValid())
         return QRectF();
     EnsureLayout();
@@ -439,6 +661,11 @@ QRectF CLxRichTextLayout::blockBoundingRect(const QTextBlock& block) const {
 // As Qt's document layout: a handler's size becomes the object's width and height; objects aligned
 // to the middle sit around the middle of the x-height, all others stand on the baseline.
 void CLxRichTextLayout::resizeInlineObject(QTextInlineObject item, int posInDocument, const QTextFormat& format) {
+    if (m_pPrivate->UseQtLayout()) {
+        SyncQtLayout();
+        m_pPrivate->pQtLayout->resizeInlineObject(item, posInDocument, format);
+        return;
+    }
     const QTextCharFormat f = format.toCharFormat();
     QTextObjectInterface* pHandler = handlerForObject(f.objectType());
     if (!pHandler)
@@ -454,4 +681,20 @@ void CLxRichTextLayout::resizeInlineObject(QTextInlineObject item, int posInDocu
         item.setDescent(0);
         item.setAscent(size.height());
     }
+}
+
+// Qt's layout places floating objects here; ours keeps every object in the line.
+void CLxRichTextLayout::positionInlineObject(QTextInlineObject item, int posInDocument, const QTextFormat& format) {
+    if (m_pPrivate->UseQtLayout())
+        m_pPrivate->pQtLayout->positionInlineObject(item, posInDocument, format);
+}
+
+void CLxRichTextLayout::drawInlineObject(QPainter* pPainter, const QRectF& rect, QTextInlineObject item,
+                                         int posInDocument, const QTextFormat& format) {
+    if (m_pPrivate->UseQtLayout()) {
+        SyncQtLayout();
+        m_pPrivate->pQtLayout->drawInlineObject(pPainter, rect, item, posInDocument, format);
+        return;
+    }
+    QAbstractTextDocumentLayout::drawInlineObject(pPainter, rect, item, posInDocument, format);
 }

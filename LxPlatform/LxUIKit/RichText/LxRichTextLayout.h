@@ -11,18 +11,27 @@
 //    "..." and "..." is drawn after it in the ellipsis colour (SetShowEllipsis(false) cuts and
 //    narrows the same way but draws nothing).
 //
-// Text after a cut gets no lines at all, so the document size, and with it the widget's size,
-// covers only the visible lines. The "..." is drawn in the font of the last character shown and
-// the line is narrowed by its width in that font, so it fits whatever size the text has; the width
-// of "..." in the application's default font (GetEllipsisWidth, measured once) is the fallback when
-// that font gives none.
+// Two engines, one interface:
+//  - Without a limit, Qt's own document layout does the work, so any HTML looks as Qt shows it:
+//    lists with their markers and indents, tables with cells side by side, floats, frames. It is
+//    kept beside this object (Qt's text engine talks to the installed layout; the calls are passed
+//    on) and lays out eagerly on changes, as Qt does.
+//  - With a limit, our own engine lays out every block of the document in order, in the root
+//    frame: paragraphs, inline objects, list items (indented by their list, with Qt's markers:
+//    number text, disc, circle or square). Tables are not built as grids there, their cells stack
+//    as paragraphs, and floating objects stay in the line: limits are meant for feed posts, whose
+//    documents hold paragraphs.
+// Switching between them (setting or lifting a limit) lays the document out again.
 //
-// Layout is lazy: a change only marks the layout dirty and asks for a repaint; sizes, hit tests
-// and painting lay the document out when they need it. The setters do not relayout by
+// With a limit, text after a cut gets no lines at all, so the document size, and with it the
+// widget's size, covers only the visible lines. The "..." is drawn in the font of the last
+// character shown and the line is narrowed by its width in that font, so it fits whatever size the
+// text has; the width of "..." in the application's default font (GetEllipsisWidth, measured once)
+// is the fallback when that font gives none. Selections are drawn half transparent in both modes.
+//
+// Our engine is lazy: a change only marks the layout dirty and asks for a repaint; sizes, hit
+// tests and painting lay the document out when they need it. The setters do not relayout by
 // themselves: call Relayout() after changing limits (CLxRichText does).
-//
-// Frames and tables are not laid out as such: every block of the document is laid out in order
-// inside the root frame. Documents of this kit hold paragraphs only.
 
 #include <QAbstractTextDocumentLayout>
 #include <QTextLine>
@@ -59,6 +68,11 @@ public:
     // The line with that index over all blocks (its position is relative to its block's layout
     // position, as QTextLine positions are); invalid when out of range. *pBlock receives the block.
     QTextLine GetLine(int i32Index, QTextBlock* pBlock = nullptr) const;
+    // The line with that index, in document coordinates (blocks in table cells included).
+    QRectF GetLineRect(int i32Index) const;
+    // Whether Qt's own document layout is in charge: no line limit and no height limit at the last
+    // Relayout().
+    bool IsQtLayoutInCharge() const;
     // Widest line's natural right edge plus the right margins: the width the content really uses.
     qreal GetIdealWidth() const;
     // How many times the document was laid out (for diagnostics and tests of caching).
@@ -76,9 +90,15 @@ public:
 protected:
     void documentChanged(int from, int charsRemoved, int charsAdded) override;
     void resizeInlineObject(QTextInlineObject item, int posInDocument, const QTextFormat& format) override;
+    void positionInlineObject(QTextInlineObject item, int posInDocument, const QTextFormat& format) override;
+    void drawInlineObject(QPainter* pPainter, const QRectF& rect, QTextInlineObject item, int posInDocument,
+                          const QTextFormat& format) override;
 
 private:
     void EnsureLayout() const;
+    // True when Qt's layout is in charge (no limit), after bringing it up to date.
+    bool EnsureQtLayout() const;
+    void SyncQtLayout() const;
 
     std::unique_ptr<CLxRichTextLayoutPrivate> m_pPrivate;
 };

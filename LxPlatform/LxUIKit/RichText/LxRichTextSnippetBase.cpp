@@ -38,6 +38,28 @@ QString CLxRichTextSnippetBase::FormatStyleHtml(bool bBold, bool bUnderline, con
     return QLatin1String(" style =' ") + style + QLatin1Char('\'');
 }
 
+namespace {
+
+// Characters a document reserves for itself or that are no characters at all: Qt marks frame
+// starts and ends with U+FDD0 and U+FDD1 and inline objects with U+FFFC, so any of them in text
+// would be read as structure. All non-characters go (U+FDD0..U+FDEF and the last two code points of
+// every plane); `i` may step over the low half of a pair.
+bool IsReservedAt(const QString& text, int& i) {
+    const ushort u = text.at(i).unicode();
+    if ((u >= 0xFDD0 && u <= 0xFDEF) || u == 0xFFFE || u == 0xFFFF || u == QChar::ObjectReplacementCharacter)
+        return true;
+    if (QChar::isHighSurrogate(u) && i + 1 < text.size() && QChar::isLowSurrogate(text.at(i + 1).unicode())) {
+        const uint cp = QChar::surrogateToUcs4(u, text.at(i + 1).unicode());
+        if ((cp & 0xFFFE) == 0xFFFE) {
+            ++i;
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
 // One pass with the same result as the replacements applied one after another: no replacement
 // produces a character that a later one would touch.
 QString CLxRichTextSnippetBase::ReplaceHtmlCharacters(const QString& strText) {
@@ -46,6 +68,8 @@ QString CLxRichTextSnippetBase::ReplaceHtmlCharacters(const QString& strText) {
     const int n = strText.size();
     for (int i = 0; i < n; ++i) {
         const QChar c = strText.at(i);
+        if (IsReservedAt(strText, i))
+            continue;
         switch (c.unicode()) {
         case '&': out += QLatin1String("&amp;"); break;
         case '<': out += QLatin1String("&lt;"); break;
@@ -59,7 +83,11 @@ QString CLxRichTextSnippetBase::ReplaceHtmlCharacters(const QString& strText) {
                 ++i;
             out += QLatin1String("<br>");
             break;
-        case '\n': out += QLatin1String("<br>"); break;
+        case '\n':
+        case QChar::LineSeparator:       // the document's own line break: the same as a new line
+        case QChar::ParagraphSeparator:  // would start a block; a snippet stays in its paragraph
+            out += QLatin1String("<br>");
+            break;
         default: out += c;
         }
     }
@@ -88,6 +116,26 @@ QString CLxRichTextSnippetBase::insertZeroWidthSpaces(const QString& strText) {
         }
     }
     return out;
+}
+
+bool CLxRichTextSnippetBase::IsBlankText(const QString& strText) {
+    for (int i = 0; i < strText.size(); ++i) {
+        if (IsReservedAt(strText, i))
+            continue;
+        const QChar c = strText.at(i);
+        const QChar::Category cat = c.category();
+        if (c.isSpace() || cat == QChar::Other_Format || cat == QChar::Other_Control)
+            continue;
+        return false;
+    }
+    return true;
+}
+
+QString CLxRichTextSnippetBase::ShownTextOf(std::initializer_list<QString> candidates) {
+    for (const QString& candidate : candidates)
+        if (!IsBlankText(candidate))
+            return ReplaceHtmlCharacters(candidate);
+    return QString();
 }
 
 QString CLxRichTextSnippetBase::EscapeHtmlAttribute(const QString& strValue) {

@@ -9,13 +9,21 @@
 //
 // Safety: user text never becomes markup. shownText is escaped (ReplaceHtmlCharacters) and every
 // value that goes into an attribute (image paths) is escaped for attributes, so text that looks
-// like tags, entities or anchors stays text.
+// like tags, entities or anchors stays text. Text never becomes document structure either: the
+// characters a document reserves for frames and objects are dropped, and paragraph separators
+// become line breaks, so a snippet never opens a paragraph, frame or object.
+//
+// Interactive tokens always show something, so their anchor exists in the document: a user, stock
+// or link whose text is empty or blank (white space, control and format characters only) shows a
+// fallback: a user its nickname, else its decimal ID; a stock its name or display text, else its
+// decimal ID; a link its URL, else "[link]" (kFallbackLinkText).
 
 #include <LxUIKit/RichText/LxRichTextConfig.h>
 
 #include <QString>
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 
 class ILxRichTextData;
@@ -54,7 +62,15 @@ public:
     static QString FormatStyleHtml(bool bBold, bool bUnderline, const QString& strColorKey,
                                    const QString& strFontToken);
     // Escapes, in this order: & < > " ' ` / ; then turns \r\n and \r into \n and \n into <br>.
+    // The line and paragraph separators (U+2028, U+2029) become <br> as well; the object
+    // replacement character U+FFFC and every non-character (U+FDD0..U+FDEF, which Qt uses as frame
+    // markers, and U+nFFFE / U+nFFFF of each plane) are dropped.
     static QString ReplaceHtmlCharacters(const QString& strText);
+    // True when the text would show nothing: only white space, control and format characters and
+    // characters ReplaceHtmlCharacters drops.
+    static bool IsBlankText(const QString& strText);
+    // The escaped form of the first candidate that is not blank; empty when all are.
+    static QString ShownTextOf(std::initializer_list<QString> candidates);
     // Within a run of white space, puts U+200B after every white-space character but the first,
     // so long runs of blanks can break across lines while "white-space: pre-wrap" keeps them.
     static QString insertZeroWidthSpaces(const QString& strText);

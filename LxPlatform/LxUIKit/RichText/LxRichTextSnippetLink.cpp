@@ -20,6 +20,6 @@ bool CLxRichTextSnippetLink::FromProtoValue(const core::CProtoValue& value) {
 }
 
 void CLxRichTextSnippetLink::RefreshShownText() {
-    m_strShownText = ReplaceHtmlCharacters(m_strUrlTitle.isEmpty() ? m_strUrl : m_strUrlTitle);
+    m_strShownText = ShownTextOf({m_strUrlTitle, m_strUrl, QString::fromLatin1(kFallbackLinkText)});
     m_strShownText.replace(QLatin1Char(' '), QLatin1String("&nbsp;"));
 }

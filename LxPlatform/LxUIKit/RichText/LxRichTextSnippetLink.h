@@ -1,6 +1,7 @@
 #pragma once
 // Link snippet (kind 7): an anchor in the link colour showing the escaped title with its blanks
-// made non-breaking. A link without a title shows its (escaped) URL instead of nothing. The URL
+// made non-breaking. A link without a (non-blank) title shows its escaped URL instead of nothing,
+// and one without either shows kFallbackLinkText. The URL
 // itself never goes into the markup: the anchor carries the snippet index, and the host opens the
 // URL from the snippet on Clicked.
 
@@ -10,6 +11,7 @@
 class CLxRichTextSnippetLink : public CLxRichTextSnippetBase, public CLxRichTextDataLink {
 public:
     CLxRichTextSnippetLink() : CLxRichTextSnippetBase(LxRichTextDataType_Link) {}
+    static constexpr const char* kFallbackLinkText = "[link]";
 
     void CreatHtml(unsigned int index, std::shared_ptr<LxRichTextConfig> spConfig) override;
     void SetLinkData(const QString& urlTitle, const QString& url, LinkType linkType) override;

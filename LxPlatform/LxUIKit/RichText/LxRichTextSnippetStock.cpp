@@ -10,16 +10,16 @@ void CLxRichTextSnippetStock::CreatHtml(unsigned int index, std::shared_ptr<LxRi
 
 void CLxRichTextSnippetStock::SetStockData(uint64_t stockID, const QString& stockName) {
     CLxRichTextDataStock::SetStockData(stockID, stockName);
-    m_strShownText = ReplaceHtmlCharacters(stockName);
+    m_strShownText = ShownTextOf({stockName, m_strDisplayText, QString::number(stockID)});
 }
 
 void CLxRichTextSnippetStock::SetStockIdAndDisplayText(uint64_t stockID, const QString& displayText) {
     CLxRichTextDataStock::SetStockIdAndDisplayText(stockID, displayText);
-    m_strShownText = ReplaceHtmlCharacters(displayText);
+    m_strShownText = ShownTextOf({displayText, m_strStockName, QString::number(stockID)});
 }
 
 bool CLxRichTextSnippetStock::FromProtoValue(const core::CProtoValue& value) {
     CLxRichTextDataStock::FromProtoValue(value);
-    m_strShownText = ReplaceHtmlCharacters(m_strDisplayText.isEmpty() ? m_strStockName : m_strDisplayText);
+    m_strShownText = ShownTextOf({m_strDisplayText, m_strStockName, QString::number(m_u64StockID)});
     return true;
 }

@@ -324,7 +324,36 @@ struct Post {
     Person author;
     QString strTime;
     SnippetList vecSnippets;
+    bool bHtml = false;  // a note written as HTML (MarketNoteHtml) instead of snippets
 };
+
+// Post 2 is a note in plain HTML, shown through setText: a list and a small table, as any Qt text
+// widget lays them out. Colours come from the current theme, so it is built again on a change.
+constexpr int kHtmlPost = 1;
+QString MarketNoteHtml() {
+    lx_ui_res::Provider* res = lx_ui_res::Provider::instance();
+    const QString up = res->color(QStringLiteral("ct_text_green")).name();
+    const QString down = res->color(QStringLiteral("ct_text_red")).name();
+    const QString dim = res->color(QStringLiteral("ct_text_h3")).name();
+    const QString row = QStringLiteral(
+        "<tr><td>%1</td><td>%2</td><td align='right'>%3</td>"
+        "<td align='right' style='color:%4'>%5</td></tr>");
+    return QStringLiteral(
+               "<p>Weekly desk note from Elsa Marten:</p>"
+               "<ul><li>Rotation out of retail into industrial robotics continued.</li>"
+               "<li>Ivo Brandt expects a quieter week before the rate decision.</li>"
+               "<li>Watch list:<ol><li>Northwind Robotics</li><li>Bluefjord Energy</li></ol></li></ul>"
+               "<table cellspacing='0' cellpadding='3'>"
+               "<tr style='color:%1'><td>Company</td><td>Ticker</td><td>Last</td><td>Change</td></tr>")
+               .arg(dim) +
+           row.arg(QStringLiteral("Northwind Robotics"), QStringLiteral("NWRB"), QStringLiteral("42.10"), up,
+                   QStringLiteral("+3.4%")) +
+           row.arg(QStringLiteral("Bluefjord Energy"), QStringLiteral("BFJE"), QStringLiteral("17.85"), down,
+                   QStringLiteral("-1.2%")) +
+           row.arg(QStringLiteral("Quillmark Foods"), QStringLiteral("QMKF"), QStringLiteral("8.02"), up,
+                   QStringLiteral("+0.6%")) +
+           QStringLiteral("</table>");
+}
 
 Post MakePost(int index) {
     QRandomGenerator rng(quint32(1000 + index));
@@ -333,6 +362,11 @@ Post MakePost(int index) {
     post.author = kPeople[rng.bounded(int(std::size(kPeople)))];
     post.strTime = rng.bounded(3) ? QStringLiteral("%1 min").arg(1 + rng.bounded(59))
                                   : QStringLiteral("%1 h").arg(1 + rng.bounded(23));
+    if (index == kHtmlPost) {
+        post.author = Person{"Elsa Marten", 10009};
+        post.bHtml = true;
+        return post;
+    }
     const int style = index % 6;  // short, medium, long, paragraphs, picture, token-heavy
     const bool bCjkFirst = rng.bounded(2) == 0;
     SnippetList& list = post.vecSnippets;
@@ -493,6 +527,8 @@ public:
     PostCard(const Post& post, RichTextPage* page);
     CLxRichText* Label() const { return m_pLabel; }
     void SetExpanded(bool bExpanded) {
+        if (m_bHtmlOnly)
+            return;
         m_bExpanded = bExpanded;
         m_pLabel->SetMaxLine(bExpanded ? 0 : kCollapsedLines);
         UpdateToggle();
@@ -520,6 +556,8 @@ protected:
 private:
     // "Expand" only when the text is really cut at this width.
     void UpdateToggle() {
+        if (m_bHtmlOnly)
+            return;
         if (m_bExpanded) {
             m_pToggle->setText(tr("Collapse"));
             m_pToggle->setVisible(true);
@@ -533,6 +571,7 @@ private:
     CLxRichText* m_pLabel = nullptr;
     LinkButton* m_pToggle = nullptr;
     bool m_bExpanded = false;
+    bool m_bHtmlOnly = false;
 };
 
 class RichTextPage : public QWidget {
@@ -701,6 +740,16 @@ PostCard::PostCard(const Post& post, RichTextPage* page) {
     m_pToggle = new LinkButton(this);
     m_pToggle->setText(tr("Expand"));
     v->addWidget(m_pToggle, 0, Qt::AlignLeft);
+    if (post.bHtml) {
+        // Shown whole: Qt's own layout draws the list and the table.
+        m_bExpanded = true;
+        m_pLabel->SetMaxLine(0);
+        m_pLabel->setText(MarketNoteHtml());
+        m_pToggle->hide();
+        m_bHtmlOnly = true;
+        LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                        [this] { m_pLabel->setText(MarketNoteHtml()); });
+    }
 
     QPointer<RichTextPage> pPage(page);
     LX_SAFE_CONNECT(m_pLabel, &CLxRichText::Clicked, this, [pPage](Snippet s, QPoint) {

@@ -5,6 +5,8 @@
 
 #include <QClipboard>
 #include <QGesture>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <QVBoxLayout>
 
 using namespace rt_test;
@@ -59,6 +61,21 @@ void SendMouse(QWidget* w, QEvent::Type type, QPoint pos, Qt::MouseEventSource s
 struct PressCounter : QWidget {
     int i32Presses = 0;
     void mousePressEvent(QMouseEvent*) override { ++i32Presses; }
+};
+
+// Dark pixels (text, markers) inside `area`.
+int Ink(const QImage& img, const QRect& area) {
+    return CountPixels(img, area, [](QColor c) { return c.lightness() < 160; });
+}
+
+// A style for which a label's layout item reaches 3 px past the widget (5 px at the top): a layout
+// places such a widget that far inside the space it gives.
+struct InsetLabelStyle : QProxyStyle {
+    QRect subElementRect(SubElement e, const QStyleOption* opt, const QWidget* w) const override {
+        if (e == SE_LabelLayoutItem)
+            return opt->rect.adjusted(-3, -5, 3, 3);
+        return QProxyStyle::subElementRect(e, opt, w);
+    }
 };
 
 }  // namespace
@@ -289,6 +306,134 @@ private slots:
         w->SetRichTextData({});
         QCOMPARE(w->GetLineCount(), 1);  // an empty document still has its one empty line
         QCOMPARE(rec.count(), 0);
+    }
+
+    // Any HTML through setText shows as Qt shows it without a limit: table cells side by side,
+    // list items indented behind their markers. With a limit lists keep markers and indents and
+    // the limit still cuts.
+    void arbitraryHtml_data() {
+        QTest::addColumn<int>("maxLine");
+        QTest::addColumn<bool>("ordered");
+        QTest::newRow("bullets, no limit") << 0 << false;
+        QTest::newRow("numbers, no limit") << 0 << true;
+        QTest::newRow("bullets, limit") << 1 << false;
+        QTest::newRow("numbers, limit") << 1 << true;
+    }
+    void arbitraryHtml() {
+        QFETCH(int, maxLine);
+        QFETCH(bool, ordered);
+        CLxRichText w;
+        w.SetMaxLine(maxLine);
+        w.resize(300, 200);
+        const QString tag = ordered ? QStringLiteral("ol") : QStringLiteral("ul");
+        w.setText(QStringLiteral("<p>Intro</p><%1><li>First item</li><li>%2</li></%1>")
+                      .arg(tag, QStringLiteral("long second item ").repeated(12)));
+        QCOMPARE(w.GetLayout()->IsQtLayoutInCharge(), maxLine == 0);
+        const qreal indent = w.document()->indentWidth();
+        const QRectF intro = w.GetLayout()->GetLineRect(0), item = w.GetLayout()->GetLineRect(1);
+        QVERIFY2(intro.left() < 1 && item.left() >= indent - 1, qPrintable(QString::number(item.left())));
+        // The marker sits left of the item's text, on its line; nothing left of the intro.
+        const QImage img = w.grab().toImage();
+        const QRect markerArea(0, qRound(item.top()), qFloor(item.left()) - 1, qRound(item.height()));
+        QVERIFY(Ink(img, markerArea) > 2);
+        const QTextBlock second = w.document()->findBlockByNumber(2);
+        QVERIFY(second.textList() != nullptr);
+        if (maxLine > 0) {
+            QCOMPARE(second.layout()->lineCount(), 1);
+            QVERIFY(w.GetLayout()->IsBlockCut(second));
+        } else {
+            QVERIFY(second.layout()->lineCount() > 1);
+        }
+
+        w.setText(
+            QStringLiteral("<table><tr><td>ACME Corp</td><td>ACM</td><td>12.5</td></tr>"
+                           "<tr><td>Zeta Ltd</td><td>ZTL</td><td>7.25</td></tr></table>"));
+        QTextCursor at = w.document()->find(QStringLiteral("ACM"), 0, QTextDocument::FindWholeWords);
+        const QTextBlock name = w.document()->findBlock(w.document()->find(QStringLiteral("ACME")).position()),
+                         ticker = w.document()->findBlock(at.position());
+        const QRectF nameRect = w.GetLayout()->blockBoundingRect(name),
+                     tickerRect = w.GetLayout()->blockBoundingRect(ticker);
+        if (maxLine == 0) {
+            QCOMPARE(tickerRect.top(), nameRect.top());
+            QVERIFY(tickerRect.left() > nameRect.right());
+        } else {
+            QVERIFY(tickerRect.top() > nameRect.top());  // with a limit, cells stack as paragraphs
+        }
+        // HTML of its own outlives a theme change (there are no snippets to build it from).
+        lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Dark);
+        QVERIFY(w.text().contains(QStringLiteral("ZTL")));
+        // Lifting the limit gives Qt's layout back.
+        w.SetMaxLine(0);
+        QVERIFY(w.GetLayout()->IsQtLayoutInCharge());
+        QCOMPARE(w.GetLayout()->blockBoundingRect(ticker).top(), w.GetLayout()->blockBoundingRect(name).top());
+    }
+
+    // Found by fuzzing: after a limit was lifted, Qt's engine was first asked for a block while the
+    // next post's HTML was still being read (the reader moves cursors, which ask for block
+    // rectangles); laying out the half-built document crashed on the picture. Qt's engine now
+    // waits for the edit to end.
+    void fuzzFindings() {
+        // The fuzzer's input, as UTF-8 bytes: a text, a picture path, a stock name.
+        const auto utf8 = [](const char* bytes, int size) { return QString::fromUtf8(bytes, size); };
+        const QString text = utf8(
+            "\x11\x00\x00\x00\x00\x00\x00\x00\xbf\xbe\xf4\x8f\x01\x78\xef\x00\x00\xb7\x00\x00\x00\x00\x00\x00\x00\x00"
+            "\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x91\x79",
+            47);
+        const QString path = utf8("\xb7\x91\x61\xef\xb7\x90\x62", 7);
+        const QString stock = utf8("\x44\x46\x4d\x69\x6e\x67\x73\xef\xbf\xbc\x00\xfe\x00\xc2\xa0\xbf\x00\x00", 18);
+        CLxRichText w;
+        w.resize(240, 200);
+        // As in the fuzzer's run: laid out under a limit first, then the limit lifted.
+        w.SetMaxLine(2);
+        w.SetRichTextData({Text(QStringLiteral("earlier post"))});
+        QCOMPARE(w.GetLineCount(), 1);
+        w.SetMaxLine(0);
+        w.SetRichTextData(
+            {Text(text), std::make_shared<CLxRichTextSnippetImage>(QStringLiteral(":/fuzz/") + path), Stock(stock)});
+        QVERIFY(w.GetLayout()->IsQtLayoutInCharge());
+        QCOMPARE(w.document()->blockCount(), 1);
+        QVERIFY(w.GetLineCount() >= 1);
+        QVERIFY(w.heightForWidth(120) > 0);
+    }
+
+    // A long document that Qt's engine laid out only in part (it finishes in steps on a timer)
+    // keeps the lines our engine gives it once a limit is set: the remaining steps do not run
+    // over it later.
+    void limitAfterPartialQtLayout() {
+        CLxRichText w;
+        w.resize(120, 400);
+        QStringList paragraphs;
+        for (int i = 0; i < 80; ++i)
+            paragraphs << QStringLiteral("<p>paragraph %1 with words enough to wrap twice at this width</p>").arg(i);
+        w.setText(paragraphs.join(QString()));
+        w.document()->setTextWidth(120);
+        (void)w.GetLayout()->blockBoundingRect(w.document()->begin());  // lays out the first steps only
+        w.SetMaxLine(1);
+        QCOMPARE(w.GetLineCount(), 80);
+        QTest::qWait(200);
+        for (QTextBlock b = w.document()->begin(); b.isValid(); b = b.next())
+            QCOMPARE(b.layout()->lineCount(), 1);
+    }
+
+    // A style change sets the layout-item margins the style asks of labels (the frame's own would
+    // win if set last): in a layout the widget moves by them, and back when the style goes.
+    void styleChangeSetsLayoutItemMargins() {
+        QWidget host;
+        auto* v = new QVBoxLayout(&host);
+        v->setContentsMargins(20, 20, 20, 20);
+        auto* w = new CLxRichText(&host);
+        v->addWidget(w);
+        w->SetRichTextData({Text(QStringLiteral("text"))});
+        host.resize(200, 100);
+        host.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&host));
+        QCOMPARE(w->geometry().topLeft(), QPoint(20, 20));
+        InsetLabelStyle style;
+        w->setStyle(&style);
+        QTRY_COMPARE(w->geometry().topLeft(), QPoint(23, 25));
+        QCOMPARE(w->geometry().right(), 200 - 20 - 1 - 3);
+        w->setStyle(nullptr);
+        QTRY_COMPARE(w->geometry().topLeft(), QPoint(20, 20));
     }
 };
 

@@ -282,6 +282,126 @@ private slots:
                      qPrintable(QStringLiteral("snippet %1 shows %2").arg(i).arg(shown)));
         }
     }
+
+    // Numbers out of a field's range, from a stored or received value, read saturated (or as 0)
+    // instead of ending the process; identifiers read whole up to their type's maximum.
+    void hostileNumbers_data() {
+        QTest::addColumn<QString>("json");
+        QTest::addColumn<quint64>("id");  // the kind's identifier after reading
+        QTest::newRow("emotion, huge") << R"({"type":6,"emotionid":1e300})" << quint64(UINT32_MAX);
+        QTest::newRow("emotion, negative") << R"({"type":6,"emotionid":-3})" << quint64(0);
+        QTest::newRow("emotion, just over") << R"({"type":6,"emotionid":4294967296})" << quint64(UINT32_MAX);
+        QTest::newRow("emotion, largest") << R"({"type":6,"emotionid":4294967295})" << quint64(UINT32_MAX);
+        QTest::newRow("link, past int64") << R"({"type":7,"linktype":9223372036854775808})" << quint64(INT32_MAX);
+        QTest::newRow("link, very negative") << R"({"type":7,"linktype":-1e19})" << quint64(qint64(INT32_MIN));
+        QTest::newRow("link, fraction") << R"({"type":7,"linktype":2.7})" << quint64(2);
+        QTest::newRow("stock, huge") << R"({"type":4,"stockid":1e300})" << quint64(kMax64);
+        QTest::newRow("stock, negative fraction") << R"({"type":4,"stockid":-1.5})" << quint64(0);
+        QTest::newRow("stock, largest") << R"({"type":4,"stockid":18446744073709551615})" << quint64(kMax64);
+        QTest::newRow("user, above int64")
+            << R"({"type":3,"userid":9300000000000000000})" << quint64(9300000000000000000ULL);
+        QTest::newRow("portfolio, string") << R"({"type":5,"portfolioid":"12"})" << quint64(0);
+        QTest::newRow("portfolio, object") << R"({"type":5,"portfolioid":{"a":1},"portfolioname":[1]})" << quint64(0);
+    }
+    void hostileNumbers() {
+        QFETCH(QString, json);
+        QFETCH(quint64, id);
+        core::CProtoValue v;
+        QVERIFY(v.fromJsonString(json.toStdString()));
+        std::shared_ptr<ILxRichTextData> data;
+        quint64 got = 0;
+        switch (v["type"].asInt32()) {
+        case 3: {
+            auto p = std::make_shared<CLxRichTextSnippetUser>();
+            QVERIFY(p->FromProtoValue(v));
+            got = p->GetUserID();
+            data = p;
+            break;
+        }
+        case 4: {
+            auto p = std::make_shared<CLxRichTextSnippetStock>();
+            QVERIFY(p->FromProtoValue(v));
+            got = p->GetStockID();
+            data = p;
+            break;
+        }
+        case 5: {
+            auto p = std::make_shared<CLxRichTextSnippetPortfolio>();
+            QVERIFY(p->FromProtoValue(v));
+            got = p->GetPortfolioID();
+            data = p;
+            break;
+        }
+        case 6: {
+            auto p = std::make_shared<CLxRichTextSnippetEmoticon>();
+            QVERIFY(p->FromProtoValue(v));
+            got = p->GetEmoticonID();
+            data = p;
+            break;
+        }
+        default: {
+            auto p = std::make_shared<CLxRichTextSnippetLink>();
+            QVERIFY(p->FromProtoValue(v));
+            got = quint64(qint64(p->GetLinkType()));
+            data = p;
+            break;
+        }
+        }
+        QCOMPARE(got, id);
+        QVERIFY(!data->ToProtoValue().toJsonString().empty());
+    }
+
+    // Text stays text: characters a document reserves for frames and objects never open a block
+    // or an object, one anchor stays one anchor, and a token with nothing to show shows its
+    // fallback, so its anchor exists.
+    void reservedAndBlankText_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("shown");  // what a text-like token shows; empty: its fallback
+        const auto u = [](uint cp) { return QString::fromUcs4(&cp, 1); };
+        QTest::newRow("frame end") << "x" + u(0xFDD1) + "y"
+                                   << "xy";
+        QTest::newRow("frame start") << "x" + u(0xFDD0) + "y"
+                                     << "xy";
+        QTest::newRow("other non-characters") << u(0xFDEF) + "a" + u(0xFFFE) + u(0xFFFF) + u(0x1FFFF) << "a";
+        QTest::newRow("object replacement") << "o" + u(0xFFFC) + "k"
+                                            << "ok";
+        QTest::newRow("paragraph separator") << "a" + u(0x2029) + "b"
+                                             << "a" + u(0x2028) + "b";
+        QTest::newRow("line separator") << "a" + u(0x2028) + "b"
+                                        << "a" + u(0x2028) + "b";
+        QTest::newRow("empty") << QString() << QString();
+        QTest::newRow("blanks") << "  \t " << QString();
+        QTest::newRow("new lines") << "\r\n\n" << QString();
+        QTest::newRow("zero width") << u(0x200B) + u(0xFEFF) << QString();
+        QTest::newRow("markers only") << u(0xFDD0) + u(0xFDD1) + u(0xFFFC) << QString();
+    }
+    void reservedAndBlankText() {
+        QFETCH(QString, text);
+        QFETCH(QString, shown);
+        auto displayed = User(QStringLiteral("nick"), 6, text);
+        CLxRichText w;
+        w.SetRichTextData({Text(text), User(text, 77), Stock(text, 88), Link(text, QString()), displayed,
+                           Stock(QStringLiteral("name"), 9, text)});
+        QTextDocument* doc = w.document();
+        QCOMPARE(doc->blockCount(), 1);
+        QVERIFY(doc->rootFrame()->childFrames().isEmpty());
+        QMap<QString, QString> anchors;
+        for (auto it = doc->begin().begin(); !it.atEnd(); ++it) {
+            const QTextFragment f = it.fragment();
+            QCOMPARE(f.charFormat().objectType(), int(QTextFormat::NoObject));
+            if (f.charFormat().isAnchor())
+                anchors[f.charFormat().anchorHref()] += f.text().replace(QChar::Nbsp, QLatin1Char(' '));
+        }
+        const QString plain = doc->toPlainText();
+        for (ushort reserved : {0xFDD0, 0xFDD1, 0xFFFC, 0xFFFE, 0x2029})
+            QVERIFY(!plain.contains(QChar(reserved)));
+        const QString fallbacks[] = {QStringLiteral("77"), QStringLiteral("88"),
+                                     QString::fromLatin1(CLxRichTextSnippetLink::kFallbackLinkText),
+                                     QStringLiteral("nick"), QStringLiteral("name")};
+        QCOMPARE(anchors.keys(), QStringList({"1", "2", "3", "4", "5"}));
+        for (int i = 1; i <= 5; ++i)
+            QCOMPARE(anchors.value(QString::number(i)), shown.isEmpty() ? fallbacks[i - 1] : shown);
+    }
 };
 
 QTEST_MAIN(TestRichTextData)
