@@ -107,21 +107,13 @@ void LxWebImageWidget::OnDownloadSuccess(const QString& url, const QString& file
         return;
     }
     ClearDefaultImage();
-    // Many widgets waiting for one URL are answered one after another: the first decodes and
-    // fills the cache, the others take the cache's picture instead of decoding it again.
-    const int i32CacheType = CLxWebImageCacheMgr::GetInstance().GetCacheType(url);
-    const bool bFromCache = i32CacheType != CLxWebImageCacheMgr::CacheType_None;
-    LxImageType type = ImageType_Static;
-    if (bFromCache)
-        type = i32CacheType == CLxWebImageCacheMgr::CacheType_Svg     ? ImageType_Svg
-               : i32CacheType == CLxWebImageCacheMgr::CacheType_Movie ? ImageType_Animated
-                                                                      : ImageType_Static;
-    else
-        type = GetImageType(filePath);
+    // The file just downloaded is what shows, even when the cache already holds a picture for the
+    // URL: that entry may be older than this download (the picture behind the URL changed).
+    const LxImageType type = GetImageType(filePath);
     LXUIKIT_LOG_INFO("strUrl:{},strFilePath:{},enImageType:{}", url, filePath, int(type));
     if (CreateAndInitPrivateImageWidget(type)) {
         m_pImageWidget->EnableScaleToWidgetSize(m_bScaleToWidgetSize);
-        if ((bFromCache && m_pImageWidget->LoadCache(url)) || m_pImageWidget->Load(url, filePath)) {
+        if (m_pImageWidget->Load(url, filePath)) {
             emit ImageLoadStatusSignal(url, LxImageLoadStatus::Loaded);
             return;
         }
