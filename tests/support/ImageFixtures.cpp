@@ -417,6 +417,16 @@ QByteArray PngChunk(const QByteArray& type, const QByteArray& data, qint64 decla
     return out;
 }
 
+QByteArray BlankPng(int w, int h) {
+    QByteArray ihdr;
+    PutBE32(ihdr, quint32(w));
+    PutBE32(ihdr, quint32(h));
+    ihdr.append("\x01\x00\x00\x00\x00", 5);           // 1-bit grey, no interlace
+    const qint64 rowBytes = 1 + (qint64(w) + 7) / 8;  // filter byte and pixels, all zero
+    return QByteArray("\x89PNG\r\n\x1a\n", 8) + PngChunk("IHDR", ihdr) + PngChunk("IDAT", ZlibBomb(rowBytes * h)) +
+           PngChunk("IEND", QByteArray());
+}
+
 QByteArray TinyPng(const QByteArray& tail, const QByteArray& beforeIdat) {
     QByteArray ihdr;
     PutBE32(ihdr, 1);

@@ -49,6 +49,9 @@ QByteArray TinyPng(const QByteArray& tail = QByteArray(), const QByteArray& befo
 // itself stays cheap).
 QByteArray ZlibBomb(qint64 inflatedBytes);
 
+// A w x h black PNG (1-bit grey): a huge canvas in a small file, made without holding its pixels.
+QByteArray BlankPng(int w, int h);
+
 // Damage: keep the first `keep` bytes (negative: drop that many from the end); overwrite
 // `count` bytes from the middle on with a pattern.
 QByteArray Truncated(const QByteArray& data, int keep);
