@@ -15,7 +15,8 @@
 //
 // Movies play from memory: a cached movie holds its file's bytes (GIF and WebP files are small next
 // to their decoded frames) and no open file, so the number of open descriptors does not grow with
-// the cache. MovieFilePath() tells which file a movie was made from.
+// the cache. The bytes are not part of a movie's cost (that stays one frame); they are shared with
+// the widget that loaded them. MovieFilePath() tells which file a movie was made from.
 //
 // Pixmaps are handed out by value (implicitly shared). Movies are handed out by pointer and stay
 // the cache's: every widget that shows a URL shares its one movie and must never stop, seek,
