@@ -338,13 +338,15 @@ bool CLxWebImageDecoder::DecodeStill(const QByteArray& data, QImage& out, QStrin
 
 bool CLxWebImageDecoder::CheckAnimated(const QString& filePath, QByteArray* pFormat, QString* pWhy, QByteArray* pData) {
     QByteArray data;
-    if (!ReadFile(filePath, data, pWhy))
-        return false;
-    if (!CheckBounds(data, pFormat, nullptr, pWhy))
+    if (!ReadFile(filePath, data, pWhy) || !CheckAnimated(data, pFormat, pWhy))
         return false;
     if (pData)
         *pData = data;
     return true;
+}
+
+bool CLxWebImageDecoder::CheckAnimated(const QByteArray& data, QByteArray* pFormat, QString* pWhy) {
+    return CheckBounds(data, pFormat, nullptr, pWhy, kMaxAnimatedPixels);
 }
 
 bool CLxWebImageDecoder::IsGifComplete(const QByteArray& d) {
@@ -364,6 +366,11 @@ bool CLxWebImageDecoder::IsGifComplete(const QByteArray& d) {
             break;
         case 0x2C: {  // image: descriptor, optional local table, LZW code size, sub-blocks
             if (pos + 10 > d.size())
+                return false;
+            // A frame larger than the pixel bound would be decoded whatever the screen says.
+            const qint64 w = quint8(d[pos + 5]) | (quint8(d[pos + 6]) << 8);
+            const qint64 h = quint8(d[pos + 7]) | (quint8(d[pos + 8]) << 8);
+            if (w * h > kMaxPixels)
                 return false;
             const int flags = quint8(d[pos + 9]);
             pos += 10;

@@ -8,10 +8,12 @@
 //   PNG, JPEG, GIF, WebP and BMP are decoded, the formats web pictures come in (the other image
 //   plug-ins are not exposed to the network);
 // - the structure is walked before any decoder sees the bytes, so decoding is bounded by the file:
-//   a PNG chunk longer than what is left of the file, a PNG text chunk (tEXt, zTXt, iTXt) over
-//   kMaxPngTextChunkBytes, a PNG without its IEND, a JPEG segment running past the end, a WebP
-//   chunk longer than its RIFF container, a GIF whose blocks do not reach the trailer: all are
-//   refused (libpng would otherwise allocate what a chunk header announces, 1 GiB for 63 bytes);
+//   a PNG chunk longer than what is left of the file, a PNG text or profile chunk (tEXt, zTXt,
+//   iTXt, iCCP) over kMaxPngTextChunkBytes, or compressed data in one inflating (or a profile
+//   announcing) more than four times that, a PNG without its IEND, a JPEG segment running past
+//   the end, a WebP chunk longer than its RIFF container, a GIF whose blocks do not reach the
+//   trailer or one of whose frames is over the pixel bound: all are refused (libpng would
+//   otherwise allocate what a chunk header announces, 1 GiB for a file of a hundred bytes);
 // - the picture's size is read from its header: more than kMaxPixels pixels (a small file can
 //   announce a huge canvas) is refused before any memory is allocated for it; the decoded frame
 //   is then at most kMaxDecodeBytes, and a progressive JPEG, whose decoder holds every
@@ -39,6 +41,9 @@ public:
     static constexpr qint64 kMaxDecodeBytes = kMaxPixels * 4;  // one 32-bit frame: 256 MiB
     static constexpr qint64 kMaxFileBytes = 64LL * 1024 * 1024;
     static constexpr qint64 kMaxPngTextChunkBytes = 256 * 1024;
+    // Animated pictures compose every frame on a canvas of their full size, again and again while
+    // they play: their canvas is held to 8 Mi pixels (32 MiB a frame).
+    static constexpr qint64 kMaxAnimatedPixels = 8LL * 1024 * 1024;
 
     // Lower-case format read from the content ("png", "jpeg", "gif", "webp", "svg" ...); empty when
     // no image plug-in recognises it or the file cannot be opened. Reads the header only.
@@ -63,10 +68,11 @@ public:
     static bool CheckBounds(const QByteArray& data, QByteArray* pFormat = nullptr, QSize* pSize = nullptr,
                             QString* pWhy = nullptr, qint64 maxPixels = kMaxPixels);
 
-    // Checks an animated file before a QMovie plays it: readable, within kMaxPixels, complete.
-    // `pFormat` receives the content format, `pData` (optional) the bytes to play from.
+    // Checks an animated file before a QMovie plays it: readable, within kMaxAnimatedPixels,
+    // complete. `pFormat` receives the content format, `pData` (optional) the bytes to play from.
     static bool CheckAnimated(const QString& filePath, QByteArray* pFormat = nullptr, QString* pWhy = nullptr,
                               QByteArray* pData = nullptr);
+    static bool CheckAnimated(const QByteArray& data, QByteArray* pFormat = nullptr, QString* pWhy = nullptr);
 
     // True when the GIF's blocks are well formed up to the trailer byte.
     static bool IsGifComplete(const QByteArray& data);

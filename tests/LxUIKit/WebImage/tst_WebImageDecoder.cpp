@@ -5,6 +5,7 @@
 #include "ImageFixtures.h"
 #include "LxTestSupport.h"
 
+#include <LxUIKit/WebImage/LxWebAnimatedImageWidget.h>
 #include <LxUIKit/WebImage/LxWebImageDecoder.h>
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 
@@ -115,6 +116,33 @@ private slots:
         QCOMPARE(spy.at(0).at(1).value<LxImageLoadStatus>(), LxImageLoadStatus::LoadFailed);
         QVERIFY2(cost.PeakGrowthMiB() < kHostileCeilingMiB, qPrintable(QString::number(cost.PeakGrowthMiB())));
         QVERIFY2(cost.CpuSeconds() < kHostileCeilingCpuSeconds, qPrintable(QString::number(cost.CpuSeconds())));
+    }
+
+    // Inputs found by fuzzing the decoder, kept as they were found.
+    void fuzzFindings_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("still");  // whether the first picture may be shown
+        // Animated WebP, 4 x 9175044 canvas (36 Mpx) in 140 bytes: every frame played composed
+        // 147 MB (over 10 s for eight frames under the sanitizers). Animations are held to a
+        // smaller canvas than still pictures.
+        QTest::newRow("animated webp with a tall canvas")
+            << QByteArray::fromHex(
+                   "524946468400000057454250565038580a0000000200000003000003008c414e494d06000000ffffffff0000410"
+                   "94d46280000000000000000000300000300001e0000025650384c0f0000002f03c000070010fd8ffe0722a2ff01"
+                   "00414e4d46280000000000000000000300000300001e0000025650384c0f0000002f03c0000007d0ff88fe0722a2"
+                   "ff0100")
+            << true;  // its first frame alone is within the still bound
+    }
+    void fuzzFindings() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, still);
+        lxtest::CostMeter cost;
+        QVERIFY(!Decoder::CheckAnimated(bytes));
+        CLxWebAnimatedImageWidget w;
+        QVERIFY(!w.Load(QStringLiteral("http://x/f"), lxtest::WriteFile(m_dir.filePath("finding"), bytes)));
+        QVERIFY2(cost.CpuSeconds() < kHostileCeilingCpuSeconds, qPrintable(QString::number(cost.CpuSeconds())));
+        QImage image;
+        QCOMPARE(Decoder::DecodeStill(bytes, image) && !image.isNull(), still);
     }
 
     // Whole pictures pass, whatever notices their colour profile raises; the halves land where
