@@ -13,6 +13,7 @@
 #include <LxUIKit/WebImage/LxWebStaticImageWidget.h>
 #include <LxUIKit/WebImage/LxWebSvgImageWidget.h>
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QImageReader>
@@ -166,7 +167,14 @@ LxWebImageWidget::LxImageType LxWebImageWidget::GetImageType(const QString& file
         return ImageType_Svg;
     if (!format.isEmpty()) {
         if (format == "webp") {
-            QMovie movie(filePath, format);
+            // The WebP reader reads its whole input to count frames: only a file the decoder would
+            // read at all is counted (a larger one is refused when it is loaded).
+            QByteArray data;
+            if (!CLxWebImageDecoder::ReadFile(filePath, data))
+                return ImageType_Static;
+            QBuffer buffer(&data);
+            buffer.open(QIODevice::ReadOnly);
+            QMovie movie(&buffer, format);
             return movie.isValid() && movie.frameCount() >= 2 ? ImageType_Animated : ImageType_Static;
         }
         if (format == "gif")
