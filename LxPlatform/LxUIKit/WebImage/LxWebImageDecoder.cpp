@@ -203,9 +203,32 @@ bool CheckJpeg(const QByteArray& d, QString* pWhy) {
     }
 }
 
-bool CheckWebp(const QByteArray& d, QString* pWhy) {
+// The canvas a WebP announces, read from its first chunk (extended header, lossy or lossless frame
+// header); an empty size when it cannot be read. Qt's WebP reader allocates the canvas while it
+// answers size(), so the bound is checked here first.
+QSize WebpCanvas(const QByteArray& d) {
+    const QByteArray type = d.mid(12, 4);
+    const qint64 size = d.size();
+    auto u8 = [&](qint64 pos) { return quint32(quint8(d[int(pos)])); };
+    if (type == "VP8X" && size >= 30)
+        return QSize(int((u8(24) | (u8(25) << 8) | (u8(26) << 16)) + 1),
+                     int((u8(27) | (u8(28) << 8) | (u8(29) << 16)) + 1));
+    if (type == "VP8 " && size >= 30 && u8(23) == 0x9d && u8(24) == 0x01 && u8(25) == 0x2a)
+        return QSize(int((u8(26) | (u8(27) << 8)) & 0x3fff), int((u8(28) | (u8(29) << 8)) & 0x3fff));
+    if (type == "VP8L" && size >= 25 && u8(20) == 0x2f) {
+        const quint32 bits = Le32(d, 21);
+        return QSize(int((bits & 0x3fff) + 1), int(((bits >> 14) & 0x3fff) + 1));
+    }
+    return QSize();
+}
+
+bool CheckWebp(const QByteArray& d, qint64 maxPixels, QString* pWhy) {
     if (d.size() < 20)
         return SetWhy(pWhy, QStringLiteral("webp truncated"));
+    const QSize canvas = WebpCanvas(d);
+    if (canvas.isEmpty() || qint64(canvas.width()) * canvas.height() > maxPixels)
+        return SetWhy(
+            pWhy, QStringLiteral("webp canvas %1x%2 unknown or too large").arg(canvas.width()).arg(canvas.height()));
     const qint64 end = qint64(Le32(d, 4)) + 8;
     if (end > d.size())
         return SetWhy(pWhy, QStringLiteral("webp container longer than the file"));
@@ -268,13 +291,14 @@ bool CLxWebImageDecoder::ReadFile(const QString& filePath, QByteArray& data, QSt
     return true;
 }
 
-bool CLxWebImageDecoder::CheckStructure(const QByteArray& data, const QByteArray& format, QString* pWhy) {
+bool CLxWebImageDecoder::CheckStructure(const QByteArray& data, const QByteArray& format, QString* pWhy,
+                                        qint64 maxPixels) {
     if (format == "png")
         return CheckPng(data, pWhy);
     if (format == "jpeg")
         return CheckJpeg(data, pWhy);
     if (format == "webp")
-        return CheckWebp(data, pWhy);
+        return CheckWebp(data, maxPixels, pWhy);
     if (format == "gif")
         return IsGifComplete(data) || SetWhy(pWhy, QStringLiteral("truncated or damaged gif"));
     return true;
@@ -294,7 +318,7 @@ bool CLxWebImageDecoder::CheckBounds(const QByteArray& data, QByteArray* pFormat
         return SetWhy(pWhy, QStringLiteral("vector picture"));
     if (!IsAccepted(format))
         return SetWhy(pWhy, QStringLiteral("format %1 not accepted").arg(QString::fromLatin1(format)));
-    if (!CheckStructure(data, format, pWhy))
+    if (!CheckStructure(data, format, pWhy, maxPixels))
         return false;
     buffer.seek(0);
     QImageReader reader(&buffer, format);

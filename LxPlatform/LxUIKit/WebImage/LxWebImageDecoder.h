@@ -54,8 +54,10 @@ public:
     static bool ReadFile(const QString& filePath, QByteArray& data, QString* pWhy = nullptr);
 
     // Walks the container of `format` (see above); true when decoding it is bounded by the bytes.
-    // Formats without a walk of their own answer true.
-    static bool CheckStructure(const QByteArray& data, const QByteArray& format, QString* pWhy = nullptr);
+    // Formats without a walk of their own answer true. A WebP's canvas is checked against
+    // `maxPixels` here, before Qt's reader (which allocates it to answer size()) sees it.
+    static bool CheckStructure(const QByteArray& data, const QByteArray& format, QString* pWhy = nullptr,
+                               qint64 maxPixels = kMaxPixels);
 
     // Decodes the first picture of a raster file (EXIF orientation applied), after every check.
     // `maxPixels` lowers the pixel bound (pictures embedded in other documents).
