@@ -90,12 +90,9 @@ private slots:
             m_strSecret.toUtf8() + "'/></svg>";
         QTest::newRow("hidden svg showing a local file")
             << Href(tiny + "#base64," + peeking.toBase64()) << V::EmbeddedImage;
-        QTest::newRow("svg declared as png") << Href("data:image/png;base64," + peeking.toBase64()) << V::EmbeddedImage;
         QTest::newRow("header without base64")
             << Href("data:image/png," + lxtest::TinyPng().toPercentEncoding()) << V::EmbeddedImage;
         QTest::newRow("upper-case scheme is a file name") << Href("DATA:image/png;base64,AAAA") << V::ExternalReference;
-        QTest::newRow("144 Mpx png in plain sight")
-            << Href("data:image/png;base64," + lxtest::BlankPng(12000, 12000).toBase64()) << V::EmbeddedImage;
         QTest::newRow("png with a 1.1 GB text chunk")
             << Href("data:image/png;base64," +
                     lxtest::TinyPng(lxtest::PngChunk("tEXt", QByteArray("k\0v", 3), 0x44000000)).toBase64())
