@@ -60,6 +60,21 @@ private:
 // resident size rose (0 when it stayed under an earlier peak, so put costly checks first).
 class CostMeter {
 public:
+    // Ceilings are set for an uninstrumented build; under AddressSanitizer (shadow memory, freed
+    // memory held in quarantine, slower allocation) they are multiplied by this.
+    static constexpr double kSanitizerFactor =
+#if defined(__SANITIZE_ADDRESS__)
+        4.0;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+        4.0;
+#else
+        1.0;
+#endif
+#else
+        1.0;
+#endif
+
     CostMeter();
     double CpuSeconds() const;
     double PeakGrowthMiB() const;

@@ -48,8 +48,8 @@ QByteArray Href(const QByteArray& uri) { return Doc("<image width='5' height='5'
 
 // Peak memory and CPU allowed for checking and loading one hostile document (unguarded, the
 // disguised pictures below took up to 1.55 GB and 5 s in the renderer).
-constexpr double kHostileCeilingMiB = 48;
-constexpr double kHostileCeilingCpuSeconds = 1.0;
+constexpr double kHostileCeilingMiB = 48 * lxtest::CostMeter::kSanitizerFactor;
+constexpr double kHostileCeilingCpuSeconds = 1.0 * lxtest::CostMeter::kSanitizerFactor;
 
 QByteArray Image(const QImage& image) {
     QByteArray bytes;

@@ -21,8 +21,8 @@ using Decoder = CLxWebImageDecoder;
 
 // Peak memory and CPU allowed for refusing one hostile file (the unguarded decoders took up to
 // 1.1 GB and 4 s on these).
-constexpr double kHostileCeilingMiB = 48;
-constexpr double kHostileCeilingCpuSeconds = 1.0;
+constexpr double kHostileCeilingMiB = 48 * lxtest::CostMeter::kSanitizerFactor;
+constexpr double kHostileCeilingCpuSeconds = 1.0 * lxtest::CostMeter::kSanitizerFactor;
 
 // Left half red, right half blue: a rotation shows where the halves go.
 QImage Halves(int w, int h) {
