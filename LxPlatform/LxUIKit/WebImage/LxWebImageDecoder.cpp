@@ -81,7 +81,8 @@ quint32 Le32(const QByteArray& d, qint64 pos) {
 }
 
 // Inflates a zlib stream only far enough to know whether it stays within `limit` bytes; the
-// first bytes produced go to `head` (up to its size). False for damaged data as well.
+// first bytes produced go to `head` (up to i32HeadMax). Damaged data counts as bounded: the
+// decoder stops where inflation fails as well.
 bool InflatesWithin(const char* data, qint64 size, qint64 limit, QByteArray* head = nullptr, int i32HeadMax = 0) {
     z_stream zs{};
     if (inflateInit(&zs) != Z_OK)
@@ -90,7 +91,6 @@ bool InflatesWithin(const char* data, qint64 size, qint64 limit, QByteArray* hea
     zs.avail_in = uInt(size);
     char chunk[16 * 1024];
     qint64 produced = 0;
-    bool bOk = false;
     for (;;) {
         zs.next_out = reinterpret_cast<Bytef*>(chunk);
         zs.avail_out = sizeof(chunk);
@@ -99,17 +99,11 @@ bool InflatesWithin(const char* data, qint64 size, qint64 limit, QByteArray* hea
         if (head && head->size() < i32HeadMax)
             head->append(chunk, int(qMin<qint64>(n, i32HeadMax - head->size())));
         produced += n;
-        if (produced > limit)
-            break;
-        if (rc == Z_STREAM_END) {
-            bOk = true;
-            break;
-        }
-        if (rc != Z_OK || (n == 0 && zs.avail_in == 0))
+        if (produced > limit || rc != Z_OK || (n == 0 && zs.avail_in == 0))
             break;
     }
     inflateEnd(&zs);
-    return bOk;
+    return produced <= limit;
 }
 
 // A compressed PNG metadata chunk (zTXt, iTXt, iCCP): its zlib data must inflate within the bound,
@@ -118,11 +112,11 @@ bool PngCompressedChunkIsBounded(const QByteArray& d, qint64 pos, qint64 len, co
     const char* p = d.constData() + pos;
     const qint64 keyEnd = QByteArray::fromRawData(p, int(len)).indexOf('\0');
     if (keyEnd < 0)
-        return false;
+        return true;            // no compressed data to speak of: the decoder ignores the chunk
     qint64 start = keyEnd + 2;  // keyword, NUL, compression method
     if (type == "iTXt") {
         if (keyEnd + 3 > len)
-            return false;
+            return true;
         if (p[keyEnd + 1] == 0)
             return true;  // uncompressed text: bounded by the chunk length
         // keyword, NUL, flag, method, language tag NUL, translated keyword NUL
@@ -135,12 +129,12 @@ bool PngCompressedChunkIsBounded(const QByteArray& d, qint64 pos, qint64 len, co
         start = q;
     }
     if (start > len)
-        return false;
+        return true;
     QByteArray head;
     if (!InflatesWithin(p + start, len - start, CLxWebImageDecoder::kMaxPngTextChunkBytes * 4, &head, 4))
         return false;
-    return type != "iCCP" ||
-           (head.size() == 4 && Be32(head, 0) <= quint32(CLxWebImageDecoder::kMaxPngTextChunkBytes * 4));
+    // libpng allocates the size an ICC profile header announces before inflating the rest.
+    return type != "iCCP" || head.size() < 4 || Be32(head, 0) <= quint32(CLxWebImageDecoder::kMaxPngTextChunkBytes * 4);
 }
 
 bool CheckPng(const QByteArray& d, QString* pWhy) {

@@ -236,6 +236,9 @@ private slots:
         QTest::newRow("png compressed text")
             << lxtest::TinyPng(lxtest::PngChunk("zTXt", "k" + QByteArray(2, '\0') + Zlib(QByteArray(4096, 'a'))))
             << true;
+        // Damaged metadata is not damage to the picture: the decoder skips the chunk.
+        QTest::newRow("png compressed text damaged")
+            << lxtest::TinyPng(lxtest::PngChunk("zTXt", "k" + QByteArray(2, '\0') + "\x78\x9c garbage")) << true;
         QImage withProfile = Halves(8, 8);
         withProfile.setColorSpace(QColorSpace(QColorSpace::DisplayP3));
         QByteArray png;
