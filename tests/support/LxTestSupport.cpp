@@ -1,5 +1,8 @@
 #include "LxTestSupport.h"
 
+#include <dirent.h>
+#include <sys/resource.h>
+
 #include <LxCore/ProductPath.h>
 
 #include <QDir>
@@ -89,6 +92,38 @@ QString WriteFile(const QString& path, const QByteArray& data) {
     if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
         f.write(data);
     return QFileInfo(path).absoluteFilePath();
+}
+
+namespace {
+double CpuNow(long* pPeakKiB) {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    if (pPeakKiB)
+        *pPeakKiB = usage.ru_maxrss;
+    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+           double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+}  // namespace
+
+CostMeter::CostMeter() { m_dCpuStart = CpuNow(&m_lPeakStartKiB); }
+
+double CostMeter::CpuSeconds() const { return CpuNow(nullptr) - m_dCpuStart; }
+
+double CostMeter::PeakGrowthMiB() const {
+    long peak = 0;
+    CpuNow(&peak);
+    return double(peak - m_lPeakStartKiB) / 1024.0;
+}
+
+int OpenFileCount() {
+    int n = 0;
+    if (DIR* dir = opendir("/proc/self/fd")) {
+        while (dirent* entry = readdir(dir))
+            n += entry->d_name[0] != '.';
+        closedir(dir);
+        --n;  // the descriptor of the listing itself
+    }
+    return n;
 }
 
 }  // namespace lxtest

@@ -56,6 +56,37 @@ private:
     QTemporaryDir m_dir;
 };
 
+// What a piece of work cost the process, through getrusage: CPU time and how far the peak
+// resident size rose (0 when it stayed under an earlier peak, so put costly checks first).
+class CostMeter {
+public:
+    // Ceilings are set for an uninstrumented build; under AddressSanitizer (shadow memory, freed
+    // memory held in quarantine, slower allocation) they are multiplied by this.
+    static constexpr double kSanitizerFactor =
+#if defined(__SANITIZE_ADDRESS__)
+        4.0;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+        4.0;
+#else
+        1.0;
+#endif
+#else
+        1.0;
+#endif
+
+    CostMeter();
+    double CpuSeconds() const;
+    double PeakGrowthMiB() const;
+
+private:
+    double m_dCpuStart = 0;
+    long m_lPeakStartKiB = 0;
+};
+
+// Open file descriptors of this process (entries of /proc/self/fd).
+int OpenFileCount();
+
 // Writes bytes to a file, creating folders; returns the absolute path.
 QString WriteFile(const QString& path, const QByteArray& data);
 

@@ -4,7 +4,6 @@
 #include <QtGui/private/qfont_p.h>
 #include <QAbstractTextDocumentLayout>
 #include <QFileInfo>
-#include <QImageReader>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QTextDocument>
@@ -50,41 +49,37 @@ QObject* CreateLxEmotionObjectHandler(QObject* pParent) { return new CLxEmotionO
 
 CLxEmotionObjectHandler::CLxEmotionObjectHandler(QObject* pParent) : QTextImageHandler(pParent) {}
 
-QPixmap CLxEmotionObjectHandler::getPixmap(QTextDocument* doc, const QTextImageFormat& format, double devicePixelRatio,
-                                           bool* pShared) {
-    if (pShared)
-        *pShared = false;
+QPixmap CLxEmotionObjectHandler::getPixmap(QTextDocument* doc, const QTextImageFormat& format,
+                                           double devicePixelRatio) {
     const QString name = format.name();
     if (name.isEmpty())
         return QPixmap();
-    QPixmap pm;
+    // As Qt's image handler: the high-resolution file's name is the name looked up when one exists.
+    qreal sourceDpr = 1.0;
     const QString file = LocalFile(name);
-    if (!file.isEmpty()) {
-        qreal sourceDpr = 1.0;
-        const QString real = HighResVariant(file, devicePixelRatio, &sourceDpr);
-        const QString key = QStringLiteral("lxemo|") + real;
-        if (!QPixmapCache::find(key, &pm)) {
-            QImageReader reader(real);
-            const QImage img = reader.read();
-            if (!img.isNull()) {
-                pm = QPixmap::fromImage(img);
-                QPixmapCache::insert(key, pm);
-            }
-        }
-        if (!pm.isNull()) {
-            pm.setDevicePixelRatio(sourceDpr);
-            if (pShared)
-                *pShared = true;
-            return pm;
+    const QString real = file.isEmpty() ? QString() : HighResVariant(file, devicePixelRatio, &sourceDpr);
+    const QUrl key(real.isEmpty() || real == file ? name : real);
+    QPixmap pm;
+    // A resource the document has (added by the host, or loaded by the document or its owner's
+    // loadResource) comes first.
+    if (doc) {
+        const QVariant data = doc->resource(QTextDocument::ImageResource, key);
+        if (data.userType() == QMetaType::QPixmap || data.userType() == QMetaType::QImage)
+            pm = qvariant_cast<QPixmap>(data);
+        else if (data.userType() == QMetaType::QByteArray && pm.loadFromData(data.toByteArray()))
+            doc->addResource(QTextDocument::ImageResource, key, pm);  // decode the bytes once
+    }
+    // Then the file itself, kept in the document so that it is decoded once per document.
+    if (pm.isNull() && !real.isEmpty()) {
+        QImage img;
+        if (img.load(real)) {
+            pm = QPixmap::fromImage(std::move(img));
+            if (doc)
+                doc->addResource(QTextDocument::ImageResource, key, pm);
         }
     }
-    if (!doc)
-        return QPixmap();
-    const QVariant data = doc->resource(QTextDocument::ImageResource, QUrl::fromEncoded(name.toUtf8()));
-    if (data.userType() == QMetaType::QPixmap || data.userType() == QMetaType::QImage)
-        pm = qvariant_cast<QPixmap>(data);
-    else if (data.userType() == QMetaType::QByteArray)
-        pm.loadFromData(data.toByteArray());
+    if (!pm.isNull() && sourceDpr != 1.0)
+        pm.setDevicePixelRatio(sourceDpr);
     return pm;
 }
 
@@ -117,19 +112,19 @@ void CLxEmotionObjectHandler::drawObject(QPainter* p, const QRectF& rect, QTextD
         return;
     const qreal dpr = p->device() ? p->device()->devicePixelRatioF() : 1.0;
     const QTextImageFormat fmt = format.toImageFormat();
-    bool bShared = false;
-    const QPixmap pm = getPixmap(doc, fmt, dpr, &bShared);
+    const QPixmap pm = getPixmap(doc, fmt, dpr);
     if (pm.isNull())
         return;
     const QSize target = (rect.size() * dpr).toSize();
+    // Scaled copies are shared by every document that holds the same pixmap (the key names the
+    // pixel data, not the picture's name, which two documents may use for different pictures).
     QPixmap scaled;
-    const QString key = QStringLiteral("lxemo-s|%1|%2x%3|%4")
-                            .arg(fmt.name(), QString::number(target.width()), QString::number(target.height()),
-                                 QString::number(pm.devicePixelRatio()));
-    if (!bShared || !QPixmapCache::find(key, &scaled)) {
+    const QString key =
+        QStringLiteral("lxemo-s|%1|%2x%3")
+            .arg(QString::number(pm.cacheKey()), QString::number(target.width()), QString::number(target.height()));
+    if (!QPixmapCache::find(key, &scaled)) {
         scaled = pm.size() == target ? pm : pm.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        if (bShared)
-            QPixmapCache::insert(key, scaled);
+        QPixmapCache::insert(key, scaled);
     }
     scaled.setDevicePixelRatio(dpr);
     p->save();

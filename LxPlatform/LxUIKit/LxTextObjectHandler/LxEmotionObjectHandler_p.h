@@ -7,10 +7,13 @@
 // aspect ratio. Drawing: the picture is loaded for the painter's device pixel ratio ("name@2x.ext"
 // preferred above ratio 1), scaled smoothly to the target size and drawn antialiased.
 //
-// Pictures named by a file or ":/" resource are decoded once per process (QPixmapCache), scaled
-// copies once per size, so a feed of a thousand posts with the same emoticons decodes each file
-// once. Other names (data: URLs, resources added to a document) are looked up in the document as
-// Qt does and cached there.
+// Loading follows Qt's own image handler: the name is looked up as a document resource first
+// (what the host added with addResource, or what the document's loadResource finds), then as a
+// file or ":/" resource; a picture loaded from bytes or a file is kept in the document as a
+// resource, so each document decodes it once. Scaled copies are cached process-wide per pixel data
+// and size. Choices of ours: a name that gives no picture draws nothing and takes no room (Qt
+// draws a generic file icon instead), and the pixel ratio of a "@Nx" file is set only when that
+// file was found for a high-density target.
 
 #include <QtGui/private/qtextimagehandler_p.h>
 #include <QPixmap>
@@ -26,7 +29,6 @@ public:
                     const QTextFormat& format) override;
 
     // The picture of an image format at a device pixel ratio (its own ratio set for "@2x" files).
-    // *pShared (optional) tells whether it came from the process-wide cache.
-    static QPixmap getPixmap(QTextDocument* doc, const QTextImageFormat& format, double devicePixelRatio = 1.0,
-                             bool* pShared = nullptr);
+    // `doc` may be null: the file is then loaded and nothing is cached.
+    static QPixmap getPixmap(QTextDocument* doc, const QTextImageFormat& format, double devicePixelRatio = 1.0);
 };

@@ -1,9 +1,9 @@
 #include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
 
-#include <QBuffer>
+#include <LxUIKit/WebImage/LxWebImageDecoder.h>
+
 #include <QFile>
 #include <QHash>
-#include <QImageReader>
 #include <QXmlStreamReader>
 
 #include <zlib.h>
@@ -53,96 +53,130 @@ Verdict Gunzip(const QByteArray& in, qint64 limit, QByteArray& out) {
 
 bool IsHrefName(const QStringRef& name) { return name == QLatin1String("href"); }
 
-// "data:[<mime>][;base64],<data>": a picture in it must be raster and of a sane size.
-bool EmbeddedDataIsSafe(const QStringRef& value) {
+// An embedded "data:" picture, read exactly as QSvgRenderer reads it: the value is trimmed, and
+// what follows the last "base64," is base64-decoded and handed to QImage::fromData. The header up
+// to the first comma must end in that same "base64," (any other split is a disguise: a harmless
+// picture for a reader that splits at the first comma, another for the renderer). The picture
+// must be a raster format the kit decodes, pass the decoder's structure walk and fit in what is
+// left of the document's pixel budget.
+Verdict CheckEmbedded(const QString& value, qint64& i64PixelsLeft) {
+    const int marker = value.lastIndexOf(QLatin1String("base64,"));
     const int comma = value.indexOf(QLatin1Char(','));
-    if (comma < 0)
-        return false;
-    const QStringRef header = value.left(comma);
-    if (header.contains(QLatin1String("svg"), Qt::CaseInsensitive))
-        return false;
-    if (!header.startsWith(QLatin1String("data:image/"), Qt::CaseInsensitive))
-        return true;  // not a picture: QSvgRenderer has no use for it
-    const QByteArray payload = value.mid(comma + 1).toLatin1();
-    const QByteArray bytes = header.endsWith(QLatin1String(";base64"), Qt::CaseInsensitive)
-                                 ? QByteArray::fromBase64(payload)
-                                 : QByteArray::fromPercentEncoding(payload);
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
-    const QByteArray format = reader.format().toLower();
-    if (format.isEmpty() || format == "svg" || format == "svgz")
-        return false;
-    const QSize size = reader.size();
-    return size.isValid() && qint64(size.width()) * size.height() <= CLxSvgDocumentGuard::kMaxEmbeddedPixels;
+    if (marker < 0 || marker + 6 != comma)
+        return Verdict::EmbeddedImage;
+    const QByteArray bytes = QByteArray::fromBase64(value.mid(marker + 7).toLatin1());
+    QSize size;
+    if (!CLxWebImageDecoder::CheckBounds(bytes, nullptr, &size, nullptr, i64PixelsLeft))
+        return Verdict::EmbeddedImage;  // unknown, vector (a nested document), damaged or too large
+    i64PixelsLeft -= qint64(size.width()) * size.height();
+    return Verdict::Ok;
 }
 
 struct Element {
     int i32Parent = -1;
     std::vector<int> vecChildren;
-    QString strUseTarget;  // id a <use> draws
+    QString strUseTarget;   // id a <use> draws
+    int i32UseTarget = -1;  // the node of that id, once the document is read
+    bool bIdGroup = false;  // not an element: the elements sharing one id
 };
 
 class CUseExpansion {
 public:
-    CUseExpansion(const std::vector<Element>& elements, const QHash<QString, int>& ids)
-        : m_elements(elements),
-          m_ids(ids),
-          m_vecWeight(elements.size(), -1),
-          m_vecHops(elements.size(), 0),
-          m_vecState(elements.size(), 0) {}
+    // Every element with a given id is drawn by a <use> of it (which one the renderer takes
+    // depends on parse order): each id becomes one extra node over its elements, so a thousand
+    // <use> of a shared id walk its elements once.
+    CUseExpansion(std::vector<Element>& elements, const QMultiHash<QString, int>& ids) : m_elements(elements) {
+        QHash<QString, int> idNodes;
+        const size_t real = elements.size();
+        for (size_t i = 0; i < real; ++i) {
+            const QString id = elements[i].strUseTarget;
+            if (id.isEmpty() || !ids.contains(id))
+                continue;
+            auto it = idNodes.constFind(id);
+            if (it == idNodes.constEnd()) {
+                it = idNodes.insert(id, int(elements.size()));
+                Element group;
+                group.bIdGroup = true;
+                const QList<int> members = ids.values(id);
+                group.vecChildren.assign(members.begin(), members.end());
+                elements.push_back(std::move(group));
+            }
+            elements[i].i32UseTarget = it.value();
+        }
+        m_vecWeight.assign(elements.size(), -1);
+        m_vecHops.assign(elements.size(), 0);
+        m_vecState.assign(elements.size(), 0);
+    }
 
     // Elements drawn for element `i`, saturated just above the bound; -1 for a cycle or for a chain
     // of <use> hops over the bound. Weights and chain lengths are memoised per element, so the
-    // answer does not depend on the order in which shared elements are first reached.
+    // answer does not depend on the order in which shared elements are first reached. The walk
+    // keeps its own stack: a chain of thousands of <use> links costs heap, not call stack.
     qint64 Weight(int i) {
-        const qint64 w = Expand(i);
-        return w < 0 || m_vecHops[size_t(i)] > CLxSvgDocumentGuard::kMaxUseHops ? -1 : w;
+        if (m_vecState[size_t(i)] == 2)
+            return m_vecWeight[size_t(i)];
+        struct Frame {
+            int i32Node;
+            size_t nNext;  // next successor to visit: children, then the <use> target
+        };
+        std::vector<Frame> stack{{i, 0}};
+        m_vecState[size_t(i)] = 1;
+        while (!stack.empty()) {
+            Frame& f = stack.back();
+            const int node = f.i32Node;
+            const int next = Successor(node, f.nNext);
+            if (next >= 0) {
+                ++f.nNext;
+                if (m_vecState[size_t(next)] == 1)
+                    return -1;  // a cycle
+                if (m_vecState[size_t(next)] == 0) {
+                    m_vecState[size_t(next)] = 1;
+                    stack.push_back({next, 0});  // `f` is not used after this
+                }
+                continue;
+            }
+            if (!Finish(node))
+                return -1;  // nothing above can be accepted either
+            stack.pop_back();
+        }
+        return m_vecWeight[size_t(i)];
     }
 
 private:
-    qint64 Expand(int i) {
-        if (m_vecState[size_t(i)] == 2)
-            return m_vecWeight[size_t(i)];
-        if (m_vecState[size_t(i)] == 1)
-            return -1;
-        m_vecState[size_t(i)] = 1;
-        qint64 w = 1;
-        int hops = 0;
+    // The k-th element drawn below `i`; -1 past the last.
+    int Successor(int i, size_t k) const {
         const Element& e = m_elements[size_t(i)];
+        if (k < e.vecChildren.size())
+            return e.vecChildren[k];
+        return k == e.vecChildren.size() ? e.i32UseTarget : -1;
+    }
+
+    // Every successor of `i` is done: its weight and chain length follow.
+    bool Finish(int i) {
+        const Element& e = m_elements[size_t(i)];
+        qint64 w = e.bIdGroup ? 0 : 1;
+        int hops = 0;
         for (int child : e.vecChildren) {
-            const qint64 c = Expand(child);
-            if (c < 0)
-                return -1;
-            w = qMin(w + c, kSaturated);
+            w = qMin(w + m_vecWeight[size_t(child)], kSaturated);
             hops = qMax(hops, m_vecHops[size_t(child)]);
         }
-        if (!e.strUseTarget.isEmpty()) {
-            auto it = m_ids.constFind(e.strUseTarget);
-            if (it != m_ids.constEnd()) {
-                const qint64 t = Expand(it.value());
-                if (t < 0)
-                    return -1;
-                w = qMin(w + t, kSaturated);
-                hops = qMax(hops, m_vecHops[size_t(it.value())] + 1);
-            }
+        if (e.i32UseTarget >= 0) {
+            w = qMin(w + m_vecWeight[size_t(e.i32UseTarget)], kSaturated);
+            hops = qMax(hops, m_vecHops[size_t(e.i32UseTarget)] + 1);
         }
         if (hops > CLxSvgDocumentGuard::kMaxUseHops)
-            return -1;  // stop early: nothing above can be accepted either
+            return false;
         m_vecState[size_t(i)] = 2;
         m_vecWeight[size_t(i)] = w;
         m_vecHops[size_t(i)] = hops;
-        return w;
+        return true;
     }
 
     static constexpr qint64 kSaturated = CLxSvgDocumentGuard::kMaxRenderedElements + 1;
     const std::vector<Element>& m_elements;
-    const QHash<QString, int>& m_ids;
     std::vector<qint64> m_vecWeight;
     std::vector<int> m_vecHops;    // longest chain of <use> hops below the element
-    std::vector<char> m_vecState;  // 0 new, 1 being expanded, 2 done
+    std::vector<char> m_vecState;  // 0 new, 1 on the walk's stack, 2 done
 };
 
 }  // namespace
@@ -175,8 +209,9 @@ CLxSvgDocumentGuard::Verdict CLxSvgDocumentGuard::Check(const QByteArray& bytes,
 
     QXmlStreamReader xml(plain);
     std::vector<Element> elements;
-    QHash<QString, int> ids;
+    QMultiHash<QString, int> ids;
     std::vector<int> open;  // the chain of open elements
+    qint64 i64EmbeddedPixelsLeft = kMaxEmbeddedPixels;
     bool bRootSeen = false;
     while (!xml.atEnd()) {
         switch (xml.readNext()) {
@@ -207,13 +242,16 @@ CLxSvgDocumentGuard::Verdict CLxSvgDocumentGuard::Check(const QByteArray& bytes,
                 if (attr.name() == QLatin1String("id")) {
                     ids.insert(attr.value().toString(), index);
                 } else if (IsHrefName(attr.name())) {
-                    const QStringRef value = attr.value().trimmed();
+                    // Trimmed as the renderer trims it; "data" is matched as case-sensitively as
+                    // the renderer matches it (anything else would be opened as a file).
+                    const QString value = attr.value().toString().trimmed();
                     if (value.startsWith(QLatin1Char('#'))) {
                         if (bUse)
-                            e.strUseTarget = value.mid(1).toString();
-                    } else if (value.startsWith(QLatin1String("data:"), Qt::CaseInsensitive)) {
-                        if (!EmbeddedDataIsSafe(value))
-                            return Verdict::EmbeddedImage;
+                            e.strUseTarget = value.mid(1);
+                    } else if (value.startsWith(QLatin1String("data:"))) {
+                        const Verdict v = CheckEmbedded(value, i64EmbeddedPixelsLeft);
+                        if (v != Verdict::Ok)
+                            return v;
                     } else if (!value.isEmpty() && !bLink) {
                         return Verdict::ExternalReference;
                     }

@@ -8,12 +8,19 @@
 // - more than kMaxElements (20,000) elements, or elements nested deeper than kMaxDepth (64);
 // - more than kMaxRenderedElements (100,000) elements drawn once every <use> is expanded (a few
 //   nested <use> chains would otherwise draw millions of shapes), a <use> chain longer than
-//   kMaxUseHops (16), or a <use> that (indirectly) refers to itself;
+//   kMaxUseHops (16), or a <use> that (indirectly) refers to itself; when several elements share
+//   an id, a <use> of it counts all of them (the renderer's choice depends on parse order). The
+//   expansion keeps its own stack, so a chain of any length costs no call stack;
 // - a DTD that declares entities (entity expansion bombs);
-// - any reference that leaves the document: an href other than "#id" or a "data:" URI (the href
-//   of an <a> link is left alone: nothing follows it);
-// - a "data:" picture that is itself SVG (it would skip this check) or whose header announces
-//   more than kMaxEmbeddedPixels (16 Mi) pixels;
+// - any reference that leaves the document: an href (of any namespace prefix) other than "#id" or
+//   a "data:" URI, the scheme matched case-sensitively as the renderer does (it opens "DATA:..."
+//   as a file). The href of an <a> link is left alone: nothing follows it;
+// - a "data:" URI that the renderer would read differently: QSvgRenderer decodes what follows the
+//   last "base64,", so that marker must end the header at the first comma;
+// - an embedded picture that is not a raster format the kit decodes (an SVG inside would skip
+//   these checks and could reference files), that fails the decoder's structure walk, or that
+//   takes the document's embedded pictures over kMaxEmbeddedPixels (16 Mi) pixels in all (the
+//   renderer decodes every <image> when it loads the document);
 // - a root element that is not <svg>, or XML that is not well formed (truncated files included).
 // Scripts and event attributes are left in place: QSvgRenderer never runs them.
 //
@@ -43,7 +50,7 @@ public:
         TooDeep,            // nesting over kMaxDepth
         EntityDeclaration,  // DTD with entity declarations
         ExternalReference,  // href outside the document
-        EmbeddedImage,      // data: picture that is SVG, unreadable or too large
+        EmbeddedImage,      // data: picture that is ambiguous, SVG, damaged or too large
         UseExpansion,       // <use> expansion over the bounds, or a <use> cycle
     };
 

@@ -58,13 +58,13 @@ int CLxWebAnimatedImageWidget::SharedViewerCount(QMovie* movie) { return Viewers
 
 bool CLxWebAnimatedImageWidget::Load(const QString& url, const QString& filePath) {
     Clear();
-    QByteArray format;
+    QByteArray format, data;
     QString why;
-    if (!CLxWebImageDecoder::CheckAnimated(filePath, &format, &why)) {
+    if (!CLxWebImageDecoder::CheckAnimated(filePath, &format, &why, &data)) {
         LXUIKIT_LOG_WARN("cannot play {}: {}", filePath, why);
         return false;
     }
-    ShowOwnMovie(filePath, format);
+    ShowOwnMovie(filePath, data, format);
     if (!LXUIKIT_ASSERT(m_pMovie != nullptr && m_pMovie->isValid())) {
         Clear();
         return false;
@@ -87,9 +87,11 @@ bool CLxWebAnimatedImageWidget::LoadCache(const QString& url) {
     return true;
 }
 
-void CLxWebAnimatedImageWidget::ShowOwnMovie(const QString& filePath, const QByteArray& format) {
-    // The movie is the widget's child: it goes with the widget.
-    auto* movie = new QMovie(filePath, format, this);
+void CLxWebAnimatedImageWidget::ShowOwnMovie(const QString& filePath, const QByteArray& data,
+                                             const QByteArray& format) {
+    // The movie is the widget's child: it goes with the widget. It plays the checked bytes from
+    // memory: nothing can change them on disk, and no file stays open.
+    QMovie* movie = CLxWebImageCacheMgr::NewMemoryMovie(filePath, data, format, this);
     m_pMovie = movie;
     m_bOwnsMovie = true;
     m_strFilePath = filePath;
@@ -103,7 +105,7 @@ void CLxWebAnimatedImageWidget::ShowOwnMovie(const QString& filePath, const QByt
 void CLxWebAnimatedImageWidget::ShowSharedMovie(QMovie* movie) {
     m_pMovie = movie;
     m_bOwnsMovie = false;
-    m_strFilePath = movie->fileName();
+    m_strFilePath = CLxWebImageCacheMgr::MovieFilePath(movie);
     LX_SAFE_CONNECT(movie, &QMovie::frameChanged, this, [this] { OnFrameChanged(); });
     m_destroyedConnection = LX_SAFE_CONNECT(movie, &QObject::destroyed, this, [this] { OnSharedMovieDestroyed(); });
     AttachViewer(movie);
@@ -143,8 +145,8 @@ void CLxWebAnimatedImageWidget::Reattach() {
     const QString url = m_strUrl, file = m_strFilePath;
     if (QMovie* newer = CLxWebImageCacheMgr::GetInstance().GetMovie(url)) {
         ShowSharedMovie(newer);
-    } else if (core::fs::IsFileExist(file) && CLxWebImageDecoder::CheckAnimated(file)) {
-        ShowOwnMovie(file, QByteArray());
+    } else if (QByteArray format, data; CLxWebImageDecoder::CheckAnimated(file, &format, nullptr, &data)) {
+        ShowOwnMovie(file, data, format);
     } else {
         LXUIKIT_LOG_WARN("the shared movie of {} is gone and {} cannot be played", url, file);
         m_lastFrame = QPixmap();
@@ -192,13 +194,14 @@ QPixmap CLxWebAnimatedImageWidget::GetCurPixmap() {
 void CLxWebAnimatedImageWidget::Copy() {
     if (!LXUIKIT_ASSERT(m_pMovie != nullptr))
         return;
+    const QString path = CLxWebImageCacheMgr::MovieFilePath(m_pMovie);
     QByteArray bytes;
-    if (!core::fs::ReadFile(m_pMovie->fileName(), bytes)) {
-        LXUIKIT_LOG_WARN("cannot read {} to copy it", m_pMovie->fileName());
+    if (!core::fs::ReadFile(path, bytes)) {
+        LXUIKIT_LOG_WARN("cannot read {} to copy it", path);
         return;
     }
     auto* mime = new QMimeData;
     mime->setData(QStringLiteral("image/gif"), bytes);
-    mime->setUrls({QUrl::fromLocalFile(m_pMovie->fileName())});
+    mime->setUrls({QUrl::fromLocalFile(path)});
     QApplication::clipboard()->setMimeData(mime);
 }

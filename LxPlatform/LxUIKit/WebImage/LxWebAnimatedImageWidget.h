@@ -1,12 +1,13 @@
 #pragma once
 // CLxWebAnimatedImageWidget: shows an animated picture (GIF, multi-frame WebP) through a QMovie.
 //
-// Load plays a movie of the widget's own on the file and puts a movie for the URL into the image
-// cache. LoadCache plays the cache's movie, which every widget showing that URL shares: a widget
-// never stops, seeks, re-parents, rescales or deletes a shared movie; Clear() and the destructor
-// only disconnect from it, so the other widgets keep animating. Shared movies run while at least
-// one widget shows them: the first viewer starts (or resumes) one, the last one to leave pauses it
-// so that cached movies nobody sees cost no CPU.
+// Load plays a movie of the widget's own on the file's bytes (read once, checked, played from
+// memory: no descriptor stays open per movie) and puts a movie for the URL into the image cache. LoadCache plays the
+// cache's movie, which every widget showing that URL shares: a widget never stops, seeks, re-parents, rescales or
+// deletes a shared movie; Clear() and the destructor only disconnect from it, so the other widgets keep animating.
+// Shared movies run while at least one widget shows them: the first viewer starts (or resumes) one, the last one to
+// leave pauses it so that cached movies nobody sees cost no CPU. A paused movie keeps its current frame and goes on
+// from it when the next viewer comes (rather than restarting from the first frame).
 //
 // The cache may delete a shared movie (eviction, a newer entry for the URL, Clear()). The widget
 // keeps painting the last frame and, once the cache is done (posted, never from inside the cache's
@@ -38,7 +39,7 @@ public:
     static int SharedViewerCount(QMovie* movie);
 
 private:
-    void ShowOwnMovie(const QString& filePath, const QByteArray& format);
+    void ShowOwnMovie(const QString& filePath, const QByteArray& data, const QByteArray& format);
     void ShowSharedMovie(QMovie* movie);
     void OnSharedMovieDestroyed();
     void Reattach();

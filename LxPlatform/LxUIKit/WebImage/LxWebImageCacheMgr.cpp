@@ -1,7 +1,14 @@
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 
+#include <LxCore/FileSystem.h>
 #include <LxCore/LxLog.h>
 #include <LxCore/StrConv.h>
+
+#include <QBuffer>
+
+namespace {
+const char* const kFilePathProperty = "lxuikit_movie_file";
+}  // namespace
 
 static_assert(sizeof(unsigned long) == sizeof(uint64_t), "cache keys are 64-bit hashes");
 
@@ -62,8 +69,33 @@ void CLxWebImageCacheMgr::InsertPixmap(const QString& url, const QPixmap& pixmap
 QMovie* CLxWebImageCacheMgr::GetMovie(const QString& url) { return m_movieCache.object(KeyOf(url)); }
 
 void CLxWebImageCacheMgr::InsertMovie(const QString& url, const QMovie& movie) {
-    auto* pMovie = new QMovie(movie.fileName(), QByteArray());
+    const QString path = MovieFilePath(&movie);
+    QByteArray data;
+    if (auto* buffer = qobject_cast<QBuffer*>(movie.device()))
+        data = buffer->data();  // shared, not copied
+    else
+        core::fs::ReadFile(path, data);
+    QMovie* pMovie = NewMemoryMovie(path, data, QByteArray());
     m_movieCache.insert(KeyOf(url), pMovie, GetMovieCacheCost(pMovie));
+}
+
+QMovie* CLxWebImageCacheMgr::NewMemoryMovie(const QString& filePath, const QByteArray& data, const QByteArray& format,
+                                            QObject* parent) {
+    auto* movie = new QMovie(parent);
+    auto* buffer = new QBuffer(movie);  // goes with the movie
+    buffer->setData(data);
+    buffer->open(QIODevice::ReadOnly);
+    movie->setProperty(kFilePathProperty, filePath);
+    movie->setFormat(format);
+    movie->setDevice(buffer);
+    return movie;
+}
+
+QString CLxWebImageCacheMgr::MovieFilePath(const QMovie* movie) {
+    if (!movie)
+        return QString();
+    const QString name = movie->fileName();
+    return name.isEmpty() ? movie->property(kFilePathProperty).toString() : name;
 }
 
 QString CLxWebImageCacheMgr::GetSvgFilePath(const QString& url) const { return m_hashSvgFilePath.value(KeyOf(url)); }

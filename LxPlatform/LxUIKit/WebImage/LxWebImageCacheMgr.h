@@ -13,6 +13,11 @@
 // entry of the same key is removed all the same). Lookups that hit move the entry to the head of
 // the LRU; GetCacheType does not.
 //
+// Movies play from memory: a cached movie holds its file's bytes (GIF and WebP files are small next
+// to their decoded frames) and no open file, so the number of open descriptors does not grow with
+// the cache. The bytes are not part of a movie's cost (that stays one frame); they are shared with
+// the widget that loaded them. MovieFilePath() tells which file a movie was made from.
+//
 // Pixmaps are handed out by value (implicitly shared). Movies are handed out by pointer and stay
 // the cache's: every widget that shows a URL shares its one movie and must never stop, seek,
 // re-parent or delete it. A movie may be deleted by the cache (eviction, replacement, Clear());
@@ -43,9 +48,15 @@ public:
 
     // The cache keeps ownership; null when absent.
     QMovie* GetMovie(const QString& url);
-    // Never stores `movie` itself: a new movie is made from movie.fileName() (format detected from
-    // the file) and stored.
+    // Never stores `movie` itself: a new movie is made from the same file (format detected from
+    // the content; the bytes are shared with `movie` when it plays from memory) and stored.
     void InsertMovie(const QString& url, const QMovie& movie);
+
+    // A movie playing `data` (the content of `filePath`) from memory, with no file left open.
+    static QMovie* NewMemoryMovie(const QString& filePath, const QByteArray& data, const QByteArray& format,
+                                  QObject* parent = nullptr);
+    // The file a movie was made from: its own file name, or the one given to NewMemoryMovie.
+    static QString MovieFilePath(const QMovie* movie);
 
     QString GetSvgFilePath(const QString& url) const;
     void InsertSvgFilePath(const QString& url, const QString& filePath);

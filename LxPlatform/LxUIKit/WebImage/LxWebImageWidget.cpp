@@ -13,6 +13,7 @@
 #include <LxUIKit/WebImage/LxWebStaticImageWidget.h>
 #include <LxUIKit/WebImage/LxWebSvgImageWidget.h>
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QImageReader>
@@ -107,21 +108,13 @@ void LxWebImageWidget::OnDownloadSuccess(const QString& url, const QString& file
         return;
     }
     ClearDefaultImage();
-    // Many widgets waiting for one URL are answered one after another: the first decodes and
-    // fills the cache, the others take the cache's picture instead of decoding it again.
-    const int i32CacheType = CLxWebImageCacheMgr::GetInstance().GetCacheType(url);
-    const bool bFromCache = i32CacheType != CLxWebImageCacheMgr::CacheType_None;
-    LxImageType type = ImageType_Static;
-    if (bFromCache)
-        type = i32CacheType == CLxWebImageCacheMgr::CacheType_Svg     ? ImageType_Svg
-               : i32CacheType == CLxWebImageCacheMgr::CacheType_Movie ? ImageType_Animated
-                                                                      : ImageType_Static;
-    else
-        type = GetImageType(filePath);
+    // The file just downloaded is what shows, even when the cache already holds a picture for the
+    // URL: that entry may be older than this download (the picture behind the URL changed).
+    const LxImageType type = GetImageType(filePath);
     LXUIKIT_LOG_INFO("strUrl:{},strFilePath:{},enImageType:{}", url, filePath, int(type));
     if (CreateAndInitPrivateImageWidget(type)) {
         m_pImageWidget->EnableScaleToWidgetSize(m_bScaleToWidgetSize);
-        if ((bFromCache && m_pImageWidget->LoadCache(url)) || m_pImageWidget->Load(url, filePath)) {
+        if (m_pImageWidget->Load(url, filePath)) {
             emit ImageLoadStatusSignal(url, LxImageLoadStatus::Loaded);
             return;
         }
@@ -174,7 +167,14 @@ LxWebImageWidget::LxImageType LxWebImageWidget::GetImageType(const QString& file
         return ImageType_Svg;
     if (!format.isEmpty()) {
         if (format == "webp") {
-            QMovie movie(filePath, format);
+            // The WebP reader reads its whole input to count frames: only a file the decoder would
+            // read at all is counted (a larger one is refused when it is loaded).
+            QByteArray data;
+            if (!CLxWebImageDecoder::ReadFile(filePath, data))
+                return ImageType_Static;
+            QBuffer buffer(&data);
+            buffer.open(QIODevice::ReadOnly);
+            QMovie movie(&buffer, format);
             return movie.isValid() && movie.frameCount() >= 2 ? ImageType_Animated : ImageType_Static;
         }
         if (format == "gif")

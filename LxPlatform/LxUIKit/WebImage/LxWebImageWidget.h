@@ -15,9 +15,20 @@
 // shown); an empty URL shows the loading placeholder and reports nothing. The widget itself never
 // reports Loading.
 //
-// Placeholders ("loading" and "failed", resource paths, by default the kit's own) come from the
-// theme's resources and follow theme changes; an empty path shows nothing. Rounded corners, scale,
-// crop and border apply to the picture and to the placeholder alike.
+// Placeholders ("loading" and "failed", resource paths) come from the theme's resources and follow
+// theme changes; an empty path shows nothing. Rounded corners, scale, crop and border apply to the
+// picture and to the placeholder alike.
+//
+// Choices of ours:
+// - a new widget starts with the kit's own placeholders (kDefaultInitImagePath,
+//   kDefaultFailImagePath, light and dark variants), so a host that sets none still shows
+//   something while loading and after a failure; SetDefaultImageSkin replaces them;
+// - a finished download is always classified and decoded from its file, even when the cache
+//   already holds a picture for the URL (it may be older than the download). Widgets answered for
+//   one download therefore decode it once each; widgets that ask later share the cached picture;
+// - the kind of a download is decided from the file only; a cache entry of another kind for the
+//   URL stays until it is replaced or evicted (the cache answers the SVG table first, then
+//   pixmaps, then movies).
 
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>

@@ -271,6 +271,36 @@ private slots:
         QCOMPARE(hiDpi.pixelColor(20, 10), QColor(Qt::green));
     }
 
+    // As Qt's own image handler: a document resource wins over a file of the same name, and a
+    // picture loaded from a file is kept in the document (not in a process-wide cache that would
+    // outlive the file or serve another document's picture).
+    void emoticonLookupOrder() {
+        QTemporaryDir dir;
+        const QString pic = MakeImage(dir, QStringLiteral("e.png"), QSize(60, 30), Qt::blue);
+        auto sizeIn = [&](QTextDocument* doc) {
+            QObject owner;
+            auto* h = qobject_cast<QTextObjectInterface*>(CreateLxEmotionObjectHandler(&owner));
+            QTextImageFormat f;
+            f.setName(pic);
+            return h->intrinsicSize(doc, 0, f);
+        };
+        QTextDocument withResource;
+        QPixmap small(10, 8);
+        small.fill(Qt::red);
+        withResource.addResource(QTextDocument::ImageResource, QUrl(pic), small);
+        QCOMPARE(sizeIn(&withResource), QSizeF(10, 8));
+
+        QTextDocument plain;
+        QCOMPARE(sizeIn(&plain), QSizeF(60, 30));
+        QCOMPARE(plain.resource(QTextDocument::ImageResource, QUrl(pic)).userType(), int(QMetaType::QPixmap));
+        QVERIFY(QFile::remove(pic));
+        MakeImage(dir, QStringLiteral("e.png"), QSize(20, 20), Qt::green);
+        QCOMPARE(sizeIn(&plain), QSizeF(60, 30));  // the document's copy
+        QTextDocument fresh;
+        QCOMPARE(sizeIn(&fresh), QSizeF(20, 20));  // the file as it is now
+        QCOMPARE(sizeIn(&withResource), QSizeF(10, 8));
+    }
+
     void svgHandler() {
         lxtest::AssertRecorder rec;
         const QString file = QStringLiteral("LxSvgObjectHandler");

@@ -8,8 +8,13 @@
 #include <LxUIKit/WebImage/LxWebSvgImageWidget.h>
 
 #include <QBuffer>
+#include <QPainter>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QtTest>
+
+#include <memory>
 
 using Guard = CLxSvgDocumentGuard;
 using Verdict = Guard::Verdict;
@@ -39,6 +44,13 @@ QByteArray Gzip(const QByteArray& data) {
     return out;
 }
 
+QByteArray Href(const QByteArray& uri) { return Doc("<image width='5' height='5' xlink:href='" + uri + "'/>"); }
+
+// Peak memory and CPU allowed for checking and loading one hostile document (unguarded, the
+// disguised pictures below took up to 1.55 GB and 5 s in the renderer).
+constexpr double kHostileCeilingMiB = 48 * lxtest::CostMeter::kSanitizerFactor;
+constexpr double kHostileCeilingCpuSeconds = 1.0 * lxtest::CostMeter::kSanitizerFactor;
+
 QByteArray Image(const QImage& image) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -52,8 +64,95 @@ QByteArray Image(const QImage& image) {
 class tst_SvgDocumentGuard : public QObject {
     Q_OBJECT
     QTemporaryDir m_dir;
+    QString m_strSecret =
+        lxtest::SaveImage(m_dir.filePath("secret.png"), lxtest::MakeTestImage(8, 8, Qt::green), "PNG");
 
 private slots:
+    // First: the peak-memory ceiling only sees what rises above the process's earlier peak.
+    void hostileDocumentsCostLittle_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<Verdict>("verdict");
+        using V = Verdict;
+        const QByteArray tiny = "data:image/png;base64," + lxtest::TinyPng().toBase64();
+        const QByteArray bigSvg =
+            "<svg xmlns='http://www.w3.org/2000/svg' width='20000' height='20000'><rect "
+            "width='20000' height='20000' fill='red'/></svg>";
+        // The renderer decodes what follows the last "base64,": a reader splitting at the first
+        // comma sees the tiny PNG.
+        QTest::newRow("svg of 20000 x 20000 behind a tiny png")
+            << Href(tiny + "#base64," + bigSvg.toBase64()) << V::EmbeddedImage;
+        QTest::newRow("144 Mpx png behind a tiny png")
+            << Href(tiny + "#base64," + lxtest::BlankPng(12000, 12000).toBase64()) << V::EmbeddedImage;
+        const QByteArray peeking =
+            "<svg xmlns='http://www.w3.org/2000/svg' "
+            "xmlns:xlink='http://www.w3.org/1999/xlink' width='8' height='8'><image "
+            "width='8' height='8' xlink:href='" +
+            m_strSecret.toUtf8() + "'/></svg>";
+        QTest::newRow("hidden svg showing a local file")
+            << Href(tiny + "#base64," + peeking.toBase64()) << V::EmbeddedImage;
+        QTest::newRow("header without base64")
+            << Href("data:image/png," + lxtest::TinyPng().toPercentEncoding()) << V::EmbeddedImage;
+        QTest::newRow("upper-case scheme is a file name") << Href("DATA:image/png;base64,AAAA") << V::ExternalReference;
+        QTest::newRow("png with a 1.1 GB text chunk")
+            << Href("data:image/png;base64," +
+                    lxtest::TinyPng(lxtest::PngChunk("tEXt", QByteArray("k\0v", 3), 0x44000000)).toBase64())
+            << V::EmbeddedImage;
+        // Each picture within the bound, together over it.
+        QTest::newRow("five 4 Mpx pngs") << Doc(("<image width='5' height='5' xlink:href='data:image/png;base64," +
+                                                 lxtest::BlankPng(4000, 1000).toBase64() + "'/>")
+                                                    .repeated(5))
+                                         << V::EmbeddedImage;
+        // Chains of <use> links, one element each: refused without the guard's own recursion.
+        for (int links : {10000, Guard::kMaxElements - 2}) {
+            // Each link refers to the next one in the file, so a walk meets them nested.
+            QByteArray chain;
+            for (int i = links; i >= 1; --i)
+                chain += "<use id='c" + QByteArray::number(i) + "' href='#c" + QByteArray::number(i - 1) + "'/>";
+            chain += "<rect id='c0' width='1' height='1'/>";
+            QTest::newRow(qPrintable(QStringLiteral("use chain of %1 links").arg(links)))
+                << Doc(chain) << V::UseExpansion;
+        }
+        // A thousand <use> of an id shared by a thousand elements.
+        QTest::newRow("shared id") << Doc(QByteArray("<rect id='s'/>").repeated(1000) +
+                                          QByteArray("<use href='#s'/>").repeated(1000))
+                                   << V::UseExpansion;
+    }
+    void hostileDocumentsCostLittle() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(Verdict, verdict);
+        lxtest::CostMeter cost;
+        // On a worker thread with a small stack, as hosts check documents off the GUI thread.
+        Verdict got = Verdict::Ok;
+        QByteArray document;
+        std::unique_ptr<QThread> worker(QThread::create([&] { got = Guard::Check(bytes, document); }));
+        worker->setStackSize(512 * 1024);
+        worker->start();
+        QVERIFY(worker->wait(10000));
+        QCOMPARE(Guard::VerdictName(got), Guard::VerdictName(verdict));
+        CLxWebSvgImageWidget w;
+        QVERIFY(!w.Load(QStringLiteral("http://x/h.svg"), lxtest::WriteFile(m_dir.filePath("h.svg"), bytes)));
+        QVERIFY2(cost.PeakGrowthMiB() < kHostileCeilingMiB, qPrintable(QString::number(cost.PeakGrowthMiB())));
+        QVERIFY2(cost.CpuSeconds() < kHostileCeilingCpuSeconds, qPrintable(QString::number(cost.CpuSeconds())));
+    }
+
+    // What the guard lets through renders what the guard saw.
+    void acceptedPicturesRenderAsChecked() {
+        QImage red(8, 8, QImage::Format_RGB32);
+        red.fill(Qt::red);
+        const QByteArray jpeg = lxtest::MakeJpeg(red, {});
+        QByteArray document;
+        const QByteArray doc =
+            Doc("<image width='10' height='10' xlink:href='  data:image/jpeg;base64," + jpeg.toBase64() + "  '/>");
+        QCOMPARE(Guard::VerdictName(Guard::Check(doc, document)), Guard::VerdictName(Verdict::Ok));
+        QSvgRenderer renderer(document);
+        QImage out(10, 10, QImage::Format_ARGB32);
+        out.fill(Qt::transparent);
+        QPainter p(&out);
+        renderer.render(&p);
+        p.end();
+        QVERIFY(lxtest::Near(out.pixelColor(2, 2), Qt::red, 40));
+    }
+
     void verdicts_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<Verdict>("verdict");

@@ -164,7 +164,7 @@ private slots:
         cache.InsertMovie(QStringLiteral("m"), callers);
         QPointer<QMovie> cached = cache.GetMovie(QStringLiteral("m"));
         QVERIFY(cached && cached != &callers);
-        QCOMPARE(cached->fileName(), gif);
+        QCOMPARE(CLxWebImageCacheMgr::MovieFilePath(cached), gif);
         QVERIFY(!cached->parent());
         QCOMPARE(cached->cacheMode(), QMovie::CacheNone);
         QCOMPARE(cache.MovieTotalCost(), 512);  // one frame

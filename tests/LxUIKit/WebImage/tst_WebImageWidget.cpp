@@ -11,6 +11,7 @@
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 
+#include <QMovie>
 #include <QPointer>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -86,7 +87,7 @@ private slots:
         QVERIFY(m_pDelegate->Downloads().empty());
     }
 
-    void downloadDecodesOnceForEveryWidget() {
+    void downloadShowsTheFreshFileAndFillsTheCache() {
         const QString url = QStringLiteral("http://img.test/a.png?s=1");
         LxWebImageWidget first, second;
         QSignalSpy spy(&first, &LxWebImageWidget::ImageLoadStatusSignal);
@@ -103,15 +104,61 @@ private slots:
         QVERIFY(logs.hasExact(QStringLiteral("strUrl:%1,strFilePath:%2,enImageType:1").arg(url, m_strPng)));
         QVERIFY(first.GetDefaultPixmap().isNull());
         QCOMPARE(first.GetImageSize(), QSize(30, 20));
+        QCOMPARE(second.GetImageSize(), QSize(30, 20));
 
-        // A later widget is filled from the cache at once; all three share one decoded pixmap.
+        // A later widget is filled from the cache at once, sharing the decoded pixmap.
         LxWebImageWidget third;
         QSignalSpy spy3(&third, &LxWebImageWidget::ImageLoadStatusSignal);
         third.SetUrl(url);
         QCOMPARE(Statuses(spy3), kLoaded);
         QCOMPARE(m_pDelegate->DownloadCount(url), 2);
-        for (LxWebImageWidget* w : {&second, &third})
-            QCOMPARE(w->GetSourcePixmap().cacheKey(), first.GetSourcePixmap().cacheKey());
+        QCOMPARE(third.GetSourcePixmap().cacheKey(), second.GetSourcePixmap().cacheKey());
+    }
+
+    // The picture behind a URL changed: what the cache holds from before must not stand in for the
+    // new download, whatever its kind; the log names the kind of the new file.
+    void freshDownloadWinsOverAnOlderCacheEntry_data() {
+        QTest::addColumn<int>("older");  // what the cache holds: 0 static (a.png), 1 animated, 2 SVG
+        QTest::addColumn<QString>("fresh");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("static over static") << 0 << m_strPng2 << 1 << QSize(50, 10);
+        QTest::newRow("static over animated") << 1 << m_strPng2 << 1 << QSize(50, 10);
+        QTest::newRow("animated over static") << 0 << m_strGif << 3 << QSize(12, 12);
+        QTest::newRow("static over svg") << 2 << m_strJpeg << 1 << QSize(30, 30);
+        QTest::newRow("svg over static") << 0 << m_strSvg << 2 << QSize(24, 12);
+    }
+    void freshDownloadWinsOverAnOlderCacheEntry() {
+        QFETCH(int, older);
+        QFETCH(QString, fresh);
+        QFETCH(int, type);
+        QFETCH(QSize, size);
+        const QString url = QStringLiteral("http://img.test/changing");
+        auto& cache = CLxWebImageCacheMgr::GetInstance();
+        if (older == 0) {
+            cache.InsertPixmap(url, QPixmap(m_strPng));
+        } else if (older == 1) {
+            QMovie movie(m_strGif);
+            cache.InsertMovie(url, movie);
+        } else {
+            cache.InsertSvgFilePath(url, m_strSvg);
+        }
+        LxWebImageWidget w;
+        QSignalSpy spy(&w, &LxWebImageWidget::ImageLoadStatusSignal);
+        w.SetUrl(url);  // shown from the cache at once; the host downloads the new picture anyway
+        spy.clear();
+        lxtest::LogCapture logs;
+        w.OnDownloadSuccess(url, fresh, QByteArray());
+        QCOMPARE(Statuses(spy), kLoaded);
+        QVERIFY(logs.hasExact(QStringLiteral("strUrl:%1,strFilePath:%2,enImageType:%3").arg(url, fresh).arg(type)));
+        QCOMPARE(int(w.GetPrivateImageType()), type);
+        QCOMPARE(w.GetImageSize(), size);
+        if (older == 0 && type == 1) {
+            // Same kind: the entry is replaced, so a later widget of the URL gets the new picture.
+            LxWebImageWidget later;
+            later.SetUrl(url);
+            QCOMPARE(later.GetImageSize(), size);
+        }
     }
 
     void typeDetection_data() {
@@ -287,13 +334,16 @@ private slots:
     void sharedMovieOutlivesEachViewer() {
         const QString url = QStringLiteral("http://img.test/anim.gif");
         std::vector<std::unique_ptr<LxWebImageWidget>> widgets;
-        for (int i = 0; i < 5; ++i) {
+        widgets.push_back(std::make_unique<LxWebImageWidget>());
+        widgets.back()->SetUrl(url);
+        QCOMPARE(m_pDelegate->Succeed(url, m_strGif), 1);  // the downloader plays its own movie
+        for (int i = 1; i < 5; ++i) {
             widgets.push_back(std::make_unique<LxWebImageWidget>());
-            widgets.back()->SetUrl(url);
+            widgets.back()->SetUrl(url);  // from the cache
         }
-        QCOMPARE(m_pDelegate->Succeed(url, m_strGif), 5);
+        QCOMPARE(m_pDelegate->DownloadCount(url), 1);
         QPointer<QMovie> shared = CLxWebImageCacheMgr::GetInstance().GetMovie(url);
-        QCOMPARE(CLxWebAnimatedImageWidget::SharedViewerCount(shared), 4);  // the first decoded its own
+        QCOMPARE(CLxWebAnimatedImageWidget::SharedViewerCount(shared), 4);
         // One cleared, one moved to another kind of picture, one destroyed: the movie stays, without
         // a parent, running and advancing for the last viewer.
         widgets[1]->Clear();

@@ -303,6 +303,35 @@ private slots:
                             QStringLiteral("m_pMovie != nullptr && m_pMovie->isValid()")));
     }
 
+    // Animated pictures play from memory: neither the cache's movies nor the widgets' own hold a
+    // file open, so a long feed of GIFs does not run the process out of descriptors.
+    void moviesHoldNoOpenFiles() {
+        constexpr int kPictures = 300;
+        QStringList files;
+        for (int i = 0; i < kPictures; ++i)
+            files << lxtest::SaveGif(Path(QStringLiteral("many/%1.gif").arg(i)), lxtest::MakeFrames(2, 4 + i % 5, 4),
+                                     30);
+        const int before = lxtest::OpenFileCount();
+        std::vector<std::unique_ptr<CLxWebAnimatedImageWidget>> widgets;
+        for (int i = 0; i < kPictures; ++i) {
+            widgets.push_back(std::make_unique<CLxWebAnimatedImageWidget>());
+            QVERIFY(widgets.back()->Load(QStringLiteral("http://x/many/%1").arg(i), files[i]));
+        }
+        auto& cache = CLxWebImageCacheMgr::GetInstance();
+        QCOMPARE(cache.MovieCount(), kPictures);
+        QVERIFY2(lxtest::OpenFileCount() - before <= 4, qPrintable(QString::number(lxtest::OpenFileCount() - before)));
+        // Still whole movies: a widget showing a cached one animates and copies the file's bytes.
+        widgets.clear();
+        CLxWebAnimatedImageWidget viewer;
+        QVERIFY(viewer.LoadCache(QStringLiteral("http://x/many/7")));
+        QCOMPARE(viewer.GetImageSize(), QSize(6, 4));
+        QSignalSpy frames(viewer.GetMovie(), &QMovie::frameChanged);
+        QTRY_VERIFY(frames.count() >= 2);
+        viewer.Copy();
+        QCOMPARE(QApplication::clipboard()->mimeData()->data(QStringLiteral("image/gif")), lxtest::ReadAll(files[7]));
+        QVERIFY(lxtest::OpenFileCount() - before <= 4);
+    }
+
     void cacheLettingGoOfAMovieKeepsItsViewersAnimating() {
         CLxWebAnimatedImageWidget loader, viewer;
         QVERIFY(loader.Load(QStringLiteral("g"), m_strFile[1]));
@@ -318,7 +347,7 @@ private slots:
         CLxWebImageCacheMgr::GetInstance().Clear();
         QTRY_VERIFY(viewer.GetMovie() != nullptr);
         QVERIFY(!viewer.IsMovieShared());
-        QCOMPARE(viewer.GetMovie()->fileName(), m_strFile[1]);
+        QCOMPARE(CLxWebImageCacheMgr::MovieFilePath(viewer.GetMovie()), m_strFile[1]);
         QSignalSpy frames(viewer.GetMovie(), &QMovie::frameChanged);
         QTRY_VERIFY(frames.count() >= 2);
     }
