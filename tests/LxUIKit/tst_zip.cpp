@@ -10,6 +10,9 @@
 #include <QFile>
 #include <QtTest>
 
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include "LxTestSupport.h"
@@ -60,6 +63,9 @@ private Q_SLOTS:
     void init() { m_root.reset(new QTemporaryDir); }
     void folderRoundTripKeepsHiddenEmptyModesAndTimes();
     void entriesAreNamedFromTheItemsParent();
+    void folderPathsAreNormalised_data();
+    void folderPathsAreNormalised();
+    void specialFilesAreSkipped();
     void failuresLogTheirTexts();
     void refusesArchivesThatLeaveTheDestination_data();
     void refusesArchivesThatLeaveTheDestination();
@@ -126,6 +132,61 @@ void TestZip::entriesAreNamedFromTheItemsParent() {
     QVERIFY(_zip::CompressFiles({P("deep/.profile")}, P("hidden.zip")));
     QVERIFY(_zip::ExtractDir(P("hidden.zip"), P("hx")));
     QCOMPARE(Tree(P("hx")), QStringList{".profile"});
+}
+
+void TestZip::folderPathsAreNormalised_data() {
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("throughWriter");
+    for (bool w : {false, true}) {
+        const char* via = w ? " (writer)" : "";
+        QTest::newRow(qPrintable(QStringLiteral("plain%1").arg(via))) << "logs" << w;
+        QTest::newRow(qPrintable(QStringLiteral("trailing slash%1").arg(via))) << "logs/" << w;
+        QTest::newRow(qPrintable(QStringLiteral("two slashes%1").arg(via))) << "logs//" << w;
+        QTest::newRow(qPrintable(QStringLiteral("dot%1").arg(via))) << "logs/." << w;
+        QTest::newRow(qPrintable(QStringLiteral("dot dot%1").arg(via))) << "logs/sub/.." << w;
+        QTest::newRow(qPrintable(QStringLiteral("dot dot in the middle%1").arg(via))) << "other/../logs/./" << w;
+    }
+}
+
+void TestZip::folderPathsAreNormalised() {
+    QFETCH(QString, path);
+    QFETCH(bool, throughWriter);
+    lxtest::WriteFile(P("logs/a.txt"), "a");
+    lxtest::WriteFile(P("logs/sub/b.txt"), "b");
+    QDir().mkpath(P("other"));
+    if (throughWriter) {
+        // A caller of the writer overloads may hand in an unnormalised folder and prefix as well.
+        auto writer = QSharedPointer<QZipWriter>::create(P("logs.zip"));
+        QVERIFY(_zip::compress::CompressDir(writer, P(path), QString(), m_root->path() + QStringLiteral("/./")));
+    } else {
+        QVERIFY(_zip::CompressDir(P(path), P("logs.zip")));
+    }
+    QCOMPARE(Entries(P("logs.zip")), (QStringList{"logs", "logs/a.txt", "logs/sub", "logs/sub/b.txt"}));
+    QVERIFY(_zip::ExtractDir(P("logs.zip"), P("x")));
+    QCOMPARE(Tree(P("x")), (QStringList{"logs", "logs/a.txt", "logs/sub", "logs/sub/b.txt"}));
+}
+
+void TestZip::specialFilesAreSkipped() {
+    lxtest::WriteFile(P("logs/a.txt"), "a");
+    QCOMPARE(::mkfifo(QFile::encodeName(P("logs/fifo")).constData(), 0600), 0);
+    const int sock = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un addr{};
+    addr.sun_family = AF_UNIX;
+    const QByteArray sockPath = QFile::encodeName(P("logs/sock"));
+    QVERIFY(size_t(sockPath.size()) < sizeof(addr.sun_path));
+    qstrcpy(addr.sun_path, sockPath.constData());
+    QCOMPARE(::bind(sock, reinterpret_cast<sockaddr*>(&addr), sizeof(addr)), 0);
+    lxtest::LogCapture log;
+    const bool packed = _zip::CompressDir(P("logs"), P("logs.zip"));
+    // A special file given on its own is skipped the same way (and never opened: a FIFO would block).
+    const bool packedFifo = _zip::CompressFiles({P("logs/fifo"), P("logs/a.txt")}, P("fifo.zip"));
+    ::close(sock);
+    QVERIFY(packed);
+    QVERIFY(packedFifo);
+    QVERIFY(log.hasExact(P("logs/fifo") + QStringLiteral(" is not a regular file, folder or link; skipped")));
+    QVERIFY(log.hasExact(P("logs/sock") + QStringLiteral(" is not a regular file, folder or link; skipped")));
+    QCOMPARE(Entries(P("logs.zip")), (QStringList{"logs", "logs/a.txt"}));
+    QCOMPARE(Entries(P("fifo.zip")), QStringList{"a.txt"});
 }
 
 void TestZip::failuresLogTheirTexts() {

@@ -6,6 +6,7 @@
 #include <QtGui/private/qzipreader_p.h>
 #include <QtGui/private/qzipwriter_p.h>
 
+#include <qplatformdefs.h>
 #include <QDataStream>
 #include <QDateTime>
 #include <QDir>
@@ -193,18 +194,54 @@ QSharedPointer<QZipWriter> OpenWriter(const QString& zipPath) {
     return QSharedPointer<QZipWriter>(new QZipWriter(zipPath, QIODevice::WriteOnly | QIODevice::Truncate), finish);
 }
 
-QString ParentPrefix(const QString& path) {
-    QString parent = QFileInfo(path).absoluteDir().absolutePath();
+// An absolute path with trailing separators, "." and ".." resolved, so that "logs/", "logs/." and
+// "x/../logs" all name the folder "logs".
+QString NormalisedPath(const QString& path) { return QDir::cleanPath(QFileInfo(path).absoluteFilePath()); }
+
+// The prefix removed from every entry of an item given to pack: its parent folder with one "/".
+QString ParentPrefix(const QString& normalisedPath) {
+    QString parent = QFileInfo(normalisedPath).absolutePath();
     if (!parent.endsWith(QLatin1Char('/')))
         parent += QLatin1Char('/');
     return parent;
 }
 
-QString StripPrefix(const QString& absPath, const QString& stripPrefix) {
-    if (!stripPrefix.isEmpty() && absPath.startsWith(stripPrefix, Qt::CaseSensitive))
-        return absPath.mid(stripPrefix.size());
-    return absPath;
+QString NormalisedPrefix(const QString& prefix) {
+    if (prefix.isEmpty())
+        return prefix;
+    const QString clean = NormalisedPath(prefix);
+    return clean.endsWith(QLatin1Char('/')) ? clean : clean + QLatin1Char('/');
 }
+
+// The entry name of an item: its path below the strip prefix, or, when the prefix does not hold it,
+// its name under the parent entry. Never absolute: the extractor refuses absolute names.
+QString EntryName(const QString& absPath, const QString& parentEntry, const QString& stripPrefix) {
+    QString name = !stripPrefix.isEmpty() && absPath.startsWith(stripPrefix, Qt::CaseSensitive)
+                       ? absPath.mid(stripPrefix.size())
+                       : parentEntry + QFileInfo(absPath).fileName();
+    while (name.startsWith(QLatin1Char('/')))
+        name.remove(0, 1);
+    return name;
+}
+
+enum class ItemKind { Missing, File, Folder, Link, Other };
+
+// What a path is on disk; `followLink` looks through a link given by the caller.
+ItemKind KindOf(const QString& path, bool followLink) {
+    QT_STATBUF st;
+    const QByteArray native = QFile::encodeName(path);
+    if ((followLink ? QT_STAT(native.constData(), &st) : QT_LSTAT(native.constData(), &st)) != 0)
+        return ItemKind::Missing;
+    if (S_ISREG(st.st_mode))
+        return ItemKind::File;
+    if (S_ISDIR(st.st_mode))
+        return ItemKind::Folder;
+    if (S_ISLNK(st.st_mode))
+        return ItemKind::Link;
+    return ItemKind::Other;
+}
+
+void LogSkipped(const QString& path) { LXUIKIT_LOG_WARN("{} is not a regular file, folder or link; skipped", path); }
 
 qint64 WrittenBytes(const QSharedPointer<QZipWriter>& writer) {
     QIODevice* dev = writer->device();
@@ -344,12 +381,13 @@ bool CompressFiles(const std::vector<QString>& paths, const QString& zipPath) {
     }
     bool ok = true;
     for (const QString& path : paths) {
-        const QFileInfo fi(path);
-        const QString prefix = ParentPrefix(fi.absoluteFilePath());
-        if (fi.isDir())
-            ok = compress::CompressDir(writer, fi.absoluteFilePath(), QString(), prefix) && ok;
-        else
-            ok = compress::CompressFile(writer, fi.absoluteFilePath(), QString(), prefix) && ok;
+        const QString absPath = NormalisedPath(path);
+        const QString prefix = ParentPrefix(absPath);
+        switch (KindOf(absPath, true)) {
+        case ItemKind::Folder: ok = compress::CompressDir(writer, absPath, QString(), prefix) && ok; break;
+        case ItemKind::Other: LogSkipped(absPath); break;
+        default: ok = compress::CompressFile(writer, absPath, QString(), prefix) && ok; break;
+        }
     }
     return ok;
 }
@@ -364,39 +402,54 @@ bool CompressDir(QSharedPointer<QZipWriter> writer, const QString& dirPath, cons
                  const QString& stripPrefix) {
     if (!writer)
         return false;
-    const QFileInfo fi(dirPath);
-    if (!fi.exists() || !fi.isDir()) {
+    const QString absPath = NormalisedPath(dirPath);
+    const QFileInfo fi(absPath);
+    if (!fi.isDir()) {
         LXUIKIT_LOG_ERROR("{}  not found! ", dirPath);
         return false;
     }
-    const QString entry =
-        parentEntry.isEmpty() ? fi.fileName() + QLatin1Char('/') : parentEntry + fi.fileName() + QLatin1Char('/');
-    const QString absPath = fi.absoluteFilePath();
-    const QString dirEntry = StripPrefix(absPath, stripPrefix) + QLatin1Char('/');
-    writer->setCreationPermissions(fi.permissions());
-    writer->addDirectory(dirEntry);
-    PendingMetas()[writer.data()].insert(dirEntry, EntryMeta{fi.lastModified(), fi.permissions()});
+    const QString prefix = NormalisedPrefix(stripPrefix);
+    const QString entry = EntryName(absPath, parentEntry, prefix) + QLatin1Char('/');
+    if (entry != QLatin1String("/")) {  // the file system root has no name of its own
+        writer->setCreationPermissions(fi.permissions());
+        writer->addDirectory(entry);
+        PendingMetas()[writer.data()].insert(entry, EntryMeta{fi.lastModified(), fi.permissions()});
+    }
+    const QString childParent = entry == QLatin1String("/") ? QString() : entry;
 
-    const QDir dir(absPath);
+    // Folders first, then files, each in name order; links are left out, and anything else that
+    // cannot be read as a file (socket, FIFO, device) is skipped rather than failing the archive.
+    const QStringList names =
+        QDir(absPath).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    QStringList files;
     bool ok = true;
-    const QFileInfoList subDirs =
-        dir.entryInfoList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks, QDir::Name);
-    for (const QFileInfo& sub : subDirs)
-        ok = CompressDir(writer, sub.absoluteFilePath(), entry, stripPrefix) && ok;
-    const QFileInfoList files =
-        dir.entryInfoList(QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks, QDir::Name);
-    for (const QFileInfo& file : files)
-        ok = CompressFile(writer, file.absoluteFilePath(), entry, stripPrefix) && ok;
+    for (const QString& name : names) {
+        const QString child = absPath + QLatin1Char('/') + name;
+        switch (KindOf(child, false)) {
+        case ItemKind::Folder: ok = CompressDir(writer, child, childParent, prefix) && ok; break;
+        case ItemKind::File: files << child; break;
+        case ItemKind::Other: LogSkipped(child); break;
+        case ItemKind::Link:
+        case ItemKind::Missing: break;
+        }
+    }
+    for (const QString& file : files)
+        ok = CompressFile(writer, file, childParent, prefix) && ok;
     return ok;
 }
 
 bool CompressFile(QSharedPointer<QZipWriter> writer, const QString& filePath, const QString& parentEntry,
                   const QString& stripPrefix) {
-    Q_UNUSED(parentEntry);  // the entry name comes from the path; the parent is implied by it
     if (!writer)
         return false;
-    const QFileInfo fi(filePath);
-    if (!fi.exists() || !fi.isFile()) {
+    const QString absPath = NormalisedPath(filePath);
+    const ItemKind kind = KindOf(absPath, true);
+    if (kind == ItemKind::Other) {
+        LogSkipped(absPath);
+        return true;
+    }
+    const QFileInfo fi(absPath);
+    if (kind != ItemKind::File) {
         LXUIKIT_LOG_ERROR("{}  not found! ", filePath);
         return false;
     }
@@ -404,15 +457,15 @@ bool CompressFile(QSharedPointer<QZipWriter> writer, const QString& filePath, co
         LXUIKIT_LOG_ERROR("{} ({} bytes) is too large for a zip archive without Zip64; not added", filePath, fi.size());
         return false;
     }
-    QFile file(filePath);
+    QFile file(absPath);
     if (!file.open(QIODevice::ReadOnly)) {
         LXUIKIT_LOG_ERROR("{} can not open! ", filePath);
         return false;
     }
     const QByteArray data = file.readAll();
     file.close();
-    FrameWork::AddIORead(filePath, uint64_t(data.size()));
-    const QString entry = StripPrefix(fi.absoluteFilePath(), stripPrefix);
+    FrameWork::AddIORead(absPath, uint64_t(data.size()));
+    const QString entry = EntryName(absPath, parentEntry, NormalisedPrefix(stripPrefix));
     writer->setCreationPermissions(fi.permissions());
     writer->addFile(entry, data);
     PendingMetas()[writer.data()].insert(entry, EntryMeta{fi.lastModified(), fi.permissions()});
