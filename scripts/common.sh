@@ -9,7 +9,7 @@ LX_PACKAGES=(
   qtbase5-dev qtbase5-private-dev qttools5-dev-tools libqt5svg5-dev libqt5charts5-dev
   qt5-image-formats-plugins libjsoncpp-dev libfmt-dev libxxhash-dev
   fonts-dejavu-core fonts-noto-cjk
-  zlib1g-dev xvfb xauth imagemagick webp
+  zlib1g-dev libzip-dev xvfb xauth imagemagick webp
 )
 
 lx_log() { printf '\033[1;34m==>\033[0m %s\n' "$*"; }
