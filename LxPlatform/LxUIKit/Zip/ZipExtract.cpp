@@ -79,7 +79,8 @@ bool PlanEntries(zip_t* zip, const QString& zipPath, QVector<PlannedEntry>& out)
         zip_stat_t st;
         zip_uint8_t host = 0;
         zip_uint32_t attributes = 0;
-        if (zip_stat_index(zip, i, 0, &st) != 0 ||
+        constexpr zip_uint64_t kNeeded = ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_COMP_METHOD;
+        if (zip_stat_index(zip, i, 0, &st) != 0 || (st.valid & kNeeded) != kNeeded ||
             zip_file_get_external_attributes(zip, i, 0, &host, &attributes) != 0) {
             LXUIKIT_LOG_ERROR("{} cannot be read as a zip archive ({})", zipPath, zip_strerror(zip));
             return false;
