@@ -97,7 +97,7 @@ SnippetList MakeItem(int index, const Samples& samples) {
         }
         case 1: {
             auto s = std::make_shared<CLxRichTextSnippetStock>();
-            s->SetStockIdAndDisplayText(700 + rng.bounded(50), QStringLiteral("$Tencent(00700)$"));
+            s->SetStockIdAndDisplayText(700 + rng.bounded(50), QStringLiteral("$Tenvira(08831)$"));
             list.push_back(s);
             break;
         }

@@ -6,7 +6,7 @@ LX_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 # Debian 12 packages the project needs to build, test and show the gallery.
 LX_PACKAGES=(
   build-essential cmake ninja-build pkg-config clang-format
-  qtbase5-dev qtbase5-private-dev qttools5-dev-tools libqt5svg5-dev libqt5charts5-dev
+  qtbase5-dev qtbase5-private-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libqt5charts5-dev
   qt5-image-formats-plugins libjsoncpp-dev libfmt-dev libxxhash-dev
   fonts-dejavu-core fonts-noto-cjk
   zlib1g-dev libzip-dev xvfb xauth imagemagick webp
@@ -32,8 +32,10 @@ lx_install_missing() {
       return 1
     fi
   fi
+  local start=$(date +%s)
   $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -qq
   $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
+  lx_log "Installed ${#missing[@]} packages in $(($(date +%s) - start)) s"
 }
 
 # lx_build <build-dir> [extra cmake args...] ; builds every target unless LX_TARGETS is set.
@@ -42,7 +44,10 @@ lx_build() {
   local jobs="${LX_JOBS:-$(nproc)}"
   if [ ! -f "$dir/build.ninja" ]; then
     lx_log "Configuring $dir"
-    cmake -S "$LX_ROOT" -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE="${LX_BUILD_TYPE:-Debug}" "$@"
+    local launcher=()
+    # A compiler cache, when the machine has one, makes rebuilds of other checkouts cheap.
+    command -v ccache >/dev/null 2>&1 && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    cmake -S "$LX_ROOT" -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE="${LX_BUILD_TYPE:-Debug}" "${launcher[@]}" "$@"
   elif [ $# -gt 0 ]; then
     cmake "$dir" "$@" >/dev/null
   fi

@@ -62,7 +62,13 @@ std::string Format(fmt::string_view pattern, const Args&... args) noexcept {
 #define LX_ASSERT_TEXT(module, cond, text) \
     (static_cast<bool>(cond) ? true : (::FrameWork::_FW_OnAssertFailed((module), __FILE__, __LINE__, (text)), false))
 
+// Same, reporting a line given by the caller: for assertions whose reported line is part of the
+// documented behaviour, so that editing the file around them cannot move it.
+#define LX_ASSERT_AT(module, cond, line) \
+    (static_cast<bool>(cond) ? true : (::FrameWork::_FW_OnAssertFailed((module), __FILE__, (line), #cond), false))
+
 #define LXUIKIT_ASSERT(cond) LX_ASSERT("LxUIKit", cond)
+#define LXUIKIT_ASSERT_AT(cond, line) LX_ASSERT_AT("LxUIKit", cond, line)
 #define LXUIKIT_ASSERT_RETURN(cond, ...) \
     do {                                 \
         if (!LXUIKIT_ASSERT(cond))       \

@@ -8,7 +8,11 @@
 
 namespace core {
 
-static_assert(std::is_standard_layout<CProtoValue>::value, "CProtoValue must stay a plain overlay of Json::Value");
+// operator[] hands out a node of the tree as a CProtoValue&: that needs the two types to be laid out
+// alike. (Json::Value itself is not standard-layout with every compiler, so size and alignment are
+// what can be checked.)
+static_assert(sizeof(CProtoValue) == sizeof(Json::Value) && alignof(CProtoValue) == alignof(Json::Value),
+              "CProtoValue must stay a plain overlay of Json::Value");
 
 CProtoValue::CProtoValue() : m_value(Json::objectValue) {}
 CProtoValue::CProtoValue(int v) : m_value(v) {}

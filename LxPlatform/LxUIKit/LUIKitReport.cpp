@@ -7,7 +7,7 @@ static ReportDelegate g_fnReportDelegate;  // the process-wide slot
 
 bool Report(const std::string& event, int value, const Json::Value& params) {
     if (!g_fnReportDelegate) {
-        LXUIKIT_ASSERT(false);
+        LXUIKIT_ASSERT_AT(false, 10);
         return false;
     }
     return g_fnReportDelegate(event, value, params);

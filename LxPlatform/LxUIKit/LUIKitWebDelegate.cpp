@@ -9,14 +9,14 @@ static std::function<void(const QString&)> g_fnShowWebView;
 
 void SetRemoteDebugPort(int port) {
     if (!g_fnRemoteDebugPort) {
-        LXUIKIT_ASSERT(false);
+        LXUIKIT_ASSERT_AT(false, 12);
         return;
     }
     g_fnRemoteDebugPort(port);
 }
 void showWebView(const QString& url) {
     if (!g_fnShowWebView) {
-        LXUIKIT_ASSERT(false);
+        LXUIKIT_ASSERT_AT(false, 19);
         return;
     }
     g_fnShowWebView(url);

@@ -41,7 +41,7 @@ void CLazyLoadWidget::EnsureCreateContent() {
     // The creator's owner is gone, or no creator was given: a programming error on the
     // caller's side (the container outlived whoever meant to fill it). The widget stays
     // empty.
-    LXUIKIT_ASSERT(0);
+    LXUIKIT_ASSERT_AT(0, 44);
 }
 
 }  // namespace pattern

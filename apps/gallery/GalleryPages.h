@@ -9,8 +9,9 @@
 #include <vector>
 
 struct GalleryPage {
-    QString strName;   // used by --page
-    QString strTitle;  // shown in the page list
+    QString strName;        // used by --page
+    const char* pszTitle;   // English source of the title shown in the page list
+    QString Title() const;  // the title in the current language
     std::function<QWidget*(QWidget* parent)> fnCreate;
     std::function<void(QWidget* page)> fnDemo;  // may be empty
 };

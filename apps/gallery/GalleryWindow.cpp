@@ -18,7 +18,6 @@
 
 GalleryWindow::GalleryWindow(QWidget* parent) : QMainWindow(parent) {
     setObjectName(QStringLiteral("GalleryWindow"));
-    setWindowTitle(QStringLiteral("LxUIKit Gallery"));
     auto* central = new QWidget(this);
     central->setObjectName(QStringLiteral("GalleryCentral"));
     auto* root = new QVBoxLayout(central);
@@ -29,27 +28,30 @@ GalleryWindow::GalleryWindow(QWidget* parent) : QMainWindow(parent) {
     bar->setObjectName(QStringLiteral("GalleryBar"));
     auto* barLayout = new QHBoxLayout(bar);
     barLayout->setContentsMargins(16, 10, 16, 10);
-    m_pTitle = new QLabel(QStringLiteral("LxUIKit Gallery"), bar);
+    m_pTitle = new QLabel(bar);
     m_pTitle->setFont(LFontTokenLoader::font(QStringLiteral("title1")));
     m_pTheme = new QComboBox(bar);
     m_pTheme->setObjectName(QStringLiteral("GalleryTheme"));
-    m_pTheme->addItem(QStringLiteral("Light"), int(lx_ui_theme::Manager::Light));
-    m_pTheme->addItem(QStringLiteral("Dark"), int(lx_ui_theme::Manager::Dark));
+    m_pTheme->addItem(QString(), int(lx_ui_theme::Manager::Light));
+    m_pTheme->addItem(QString(), int(lx_ui_theme::Manager::Dark));
     m_pLang = new QComboBox(bar);
     m_pLang->setObjectName(QStringLiteral("GalleryLanguage"));
+    // Each language is named in itself, whatever the current one, so that a reader finds theirs.
     m_pLang->addItem(QStringLiteral("中文"), int(core::lang::kLangZhCN));
     m_pLang->addItem(QStringLiteral("English"), int(core::lang::kLangEnUS));
-    auto* demo = new QPushButton(QStringLiteral("Demo"), bar);
-    demo->setToolTip(QStringLiteral("Put the current page into its demonstration state"));
+    m_pDemo = new QPushButton(bar);
+    m_pDemo->setObjectName(QStringLiteral("GalleryDemo"));
+    m_pThemeLabel = new QLabel(bar);
+    m_pLangLabel = new QLabel(bar);
     barLayout->addWidget(m_pTitle);
     barLayout->addStretch(1);
-    barLayout->addWidget(new QLabel(QStringLiteral("Theme"), bar));
+    barLayout->addWidget(m_pThemeLabel);
     barLayout->addWidget(m_pTheme);
     barLayout->addSpacing(12);
-    barLayout->addWidget(new QLabel(QStringLiteral("Language"), bar));
+    barLayout->addWidget(m_pLangLabel);
     barLayout->addWidget(m_pLang);
     barLayout->addSpacing(12);
-    barLayout->addWidget(demo);
+    barLayout->addWidget(m_pDemo);
     root->addWidget(bar);
 
     auto* body = new QHBoxLayout;
@@ -60,7 +62,7 @@ GalleryWindow::GalleryWindow(QWidget* parent) : QMainWindow(parent) {
     m_pList->setFixedWidth(180);
     m_pStack = new QStackedWidget(central);
     for (const GalleryPage& page : AllGalleryPages()) {
-        auto* item = new QListWidgetItem(page.strTitle, m_pList);
+        auto* item = new QListWidgetItem(m_pList);
         item->setData(Qt::UserRole, page.strName);
         auto* holder = new QWidget(m_pStack);  // the page itself is created when first opened
         holder->setLayout(new QVBoxLayout);
@@ -83,7 +85,7 @@ GalleryWindow::GalleryWindow(QWidget* parent) : QMainWindow(parent) {
     });
     LX_SAFE_CONNECT(m_pLang.data(), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                     [this](int) { core::lang::SetLanguageId(m_pLang->currentData().toInt()); });
-    LX_SAFE_CONNECT(demo, &QPushButton::clicked, this, &GalleryWindow::RunDemo);
+    LX_SAFE_CONNECT(m_pDemo.data(), &QPushButton::clicked, this, &GalleryWindow::RunDemo);
     LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this, [this] {
         ApplyTheme();
         SyncSwitches();
@@ -91,6 +93,7 @@ GalleryWindow::GalleryWindow(QWidget* parent) : QMainWindow(parent) {
     LX_SAFE_CONNECT(core::lang::Notifier::instance(), &core::lang::Notifier::languageChanged, this,
                     [this] { SyncSwitches(); });
 
+    Retranslate();
     SyncSwitches();
     ApplyTheme();
     m_pList->setCurrentRow(0);
@@ -124,6 +127,7 @@ QWidget* GalleryWindow::PageWidget(const QString& name) {
         QWidget* page = pages[i].fnCreate(holder);
         page->setObjectName(QStringLiteral("GalleryPage_") + name);
         holder->layout()->addWidget(page);
+        page->show();  // a child added to a holder already on screen stays hidden otherwise
         m_mapPages[name] = page;
         return page;
     }
@@ -135,6 +139,45 @@ void GalleryWindow::RunDemo() {
     for (const GalleryPage& page : AllGalleryPages())
         if (page.strName == name && page.fnDemo)
             page.fnDemo(PageWidget(name));
+}
+
+void GalleryWindow::changeEvent(QEvent* e) {
+    QMainWindow::changeEvent(e);
+    if (e->type() == QEvent::LanguageChange) {
+        Retranslate();
+        RebuildPages();
+    }
+}
+
+void GalleryWindow::Retranslate() {
+    setWindowTitle(tr("LxUIKit Gallery"));
+    m_pTitle->setText(tr("LxUIKit Gallery"));
+    m_pThemeLabel->setText(tr("Theme"));
+    m_pTheme->setItemText(m_pTheme->findData(int(lx_ui_theme::Manager::Light)), tr("Light"));
+    m_pTheme->setItemText(m_pTheme->findData(int(lx_ui_theme::Manager::Dark)), tr("Dark"));
+    m_pLangLabel->setText(tr("Language"));
+    m_pDemo->setText(tr("Demo"));
+    m_pDemo->setToolTip(tr("Put the current page into its demonstration state"));
+    const auto& pages = AllGalleryPages();
+    for (int i = 0; i < m_pList->count() && i < int(pages.size()); ++i)
+        m_pList->item(i)->setText(pages[size_t(i)].Title());
+}
+
+// Pages write their texts once, when they are made, so the pages made so far are dropped and the
+// current one is made again in the new language (the others are made when next opened). Whatever
+// was done on them is lost: demo states, typed text and scroll positions start over.
+void GalleryWindow::RebuildPages() {
+    for (auto& entry : m_mapPages) {
+        if (!entry.second)
+            continue;
+        // Later, not now: a nested event loop (a file dialog of the page) may still be running.
+        entry.second->hide();
+        entry.second->deleteLater();
+    }
+    m_mapPages.clear();
+    const QString current = CurrentPageName();
+    if (!current.isEmpty())
+        PageWidget(current);
 }
 
 void GalleryWindow::SyncSwitches() {

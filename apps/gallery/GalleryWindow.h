@@ -1,6 +1,7 @@
 #pragma once
 // The gallery's main window: a page list on the left, the page on the right, and a bar with the
-// Light/Dark switch, the language switch and a "Demo" button for the current page.
+// Light/Dark switch, the language switch and a "Demo" button for the current page. A language
+// change retranslates the bar and the list in place and makes the pages again (see RebuildPages).
 
 #include <QMainWindow>
 #include <QPointer>
@@ -9,6 +10,7 @@
 
 class QComboBox;
 class QListWidget;
+class QPushButton;
 class QStackedWidget;
 class QLabel;
 
@@ -24,14 +26,22 @@ public:
     QWidget* PageWidget(const QString& name);
     void RunDemo();
 
+protected:
+    void changeEvent(QEvent* e) override;
+
 private:
     void ApplyTheme();
     void SyncSwitches();
+    void Retranslate();
+    void RebuildPages();
 
     QPointer<QListWidget> m_pList;
     QPointer<QStackedWidget> m_pStack;
     QPointer<QComboBox> m_pTheme;
     QPointer<QComboBox> m_pLang;
     QPointer<QLabel> m_pTitle;
+    QPointer<QLabel> m_pThemeLabel;
+    QPointer<QLabel> m_pLangLabel;
+    QPointer<QPushButton> m_pDemo;
     std::map<QString, QPointer<QWidget>> m_mapPages;
 };

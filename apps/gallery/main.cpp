@@ -7,6 +7,7 @@
 // on the offscreen platform.
 
 #include "GalleryDelegates.h"
+#include "GalleryI18n.h"
 #include "GalleryPages.h"
 #include "GalleryWindow.h"
 
@@ -71,15 +72,20 @@ int main(int argc, char* argv[]) {
     parser.addOptions({pageOpt, shotOpt, themeOpt, langOpt, listOpt});
     parser.process(app);
 
+    // The language first, so that the gallery's translator is the right one from the start.
+    if (parser.value(langOpt).startsWith(QLatin1String("en"), Qt::CaseInsensitive))
+        core::lang::SetLanguageId(core::lang::kLangEnUS);
+    else if (parser.value(langOpt).startsWith(QLatin1String("zh"), Qt::CaseInsensitive))
+        core::lang::SetLanguageId(core::lang::kLangZhCN);
+    InstallGalleryTranslator();
+
     if (parser.isSet(listOpt)) {
         for (const GalleryPage& page : AllGalleryPages())
-            std::printf("%s\t%s\n", qPrintable(page.strName), qPrintable(page.strTitle));
+            std::printf("%s\t%s\n", qPrintable(page.strName), page.Title().toUtf8().constData());
         return 0;
     }
     if (parser.value(themeOpt).compare(QLatin1String("dark"), Qt::CaseInsensitive) == 0)
         lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Dark);
-    if (parser.value(langOpt).startsWith(QLatin1String("en"), Qt::CaseInsensitive))
-        core::lang::SetLanguageId(core::lang::kLangEnUS);
 
     InstallGalleryDelegates();
     lxuikit::Init_LxUiKit_AfterProcessStart_MainThread();

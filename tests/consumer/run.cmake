@@ -1,25 +1,46 @@
-# Installs the kit from the build tree into a private prefix, then configures, builds and runs
-# the consumer project against that prefix alone.
-set(prefix ${BIN}/consumer-test/install)
-set(build ${BIN}/consumer-test/build)
-file(REMOVE_RECURSE ${BIN}/consumer-test)
-execute_process(COMMAND ${CMAKE_COMMAND} --install ${BIN} --prefix ${prefix} RESULT_VARIABLE rc OUTPUT_QUIET)
-if(rc)
-  message(FATAL_ERROR "install failed")
-endif()
-execute_process(COMMAND ${CMAKE_COMMAND} -S ${SRC}/tests/consumer -B ${build} -DCMAKE_PREFIX_PATH=${prefix}
-                RESULT_VARIABLE rc)
-if(rc)
-  message(FATAL_ERROR "consumer configure failed")
-endif()
-execute_process(COMMAND ${CMAKE_COMMAND} --build ${build} RESULT_VARIABLE rc)
-if(rc)
-  message(FATAL_ERROR "consumer build failed")
-endif()
+# Installs the kit from the build tree into a private prefix, then configures, builds and runs the
+# consumer project against that prefix alone, with no LD_LIBRARY_PATH: the installed libraries and
+# programs must find each other through their own run paths. The prefix is then moved, and the
+# installed gallery must still start from the new place.
+set(root ${BIN}/consumer-test)
+set(prefix ${root}/install)
+set(build ${root}/build)
+file(REMOVE_RECURSE ${root})
+set(ENV{LD_LIBRARY_PATH} "")
 set(ENV{QT_QPA_PLATFORM} offscreen)
-set(ENV{LD_LIBRARY_PATH} ${prefix}/lib:${prefix}/lib/x86_64-linux-gnu:$ENV{LD_LIBRARY_PATH})
-set(ENV{LX_PRODUCT_ROOT} ${BIN}/consumer-test/product)
-execute_process(COMMAND ${build}/consumer RESULT_VARIABLE rc)
-if(rc)
-  message(FATAL_ERROR "consumer run failed")
+set(ENV{LX_PRODUCT_ROOT} ${root}/product)
+
+function(run what)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE out)
+  if(rc)
+    message(FATAL_ERROR "${what} failed (${rc}):\n${out}")
+  endif()
+endfunction()
+
+run("install" ${CMAKE_COMMAND} --install ${BIN} --prefix ${prefix})
+
+# The README's host snippet, exactly as the README shows it.
+file(READ ${SRC}/README.md readme)
+string(FIND "${readme}" "```cpp\n#include <LxUIKit/LxUIKit.h>" begin)
+if(begin EQUAL -1)
+  message(FATAL_ERROR "README.md has no host snippet (```cpp block starting with the umbrella include)")
+endif()
+math(EXPR begin "${begin} + 7")
+string(SUBSTRING "${readme}" ${begin} -1 rest)
+string(FIND "${rest}" "```" end)
+string(SUBSTRING "${rest}" 0 ${end} snippet)
+file(WRITE ${root}/readme_host.cpp "${snippet}")
+
+run("consumer configure" ${CMAKE_COMMAND} -S ${SRC}/tests/consumer -B ${build} -DCMAKE_PREFIX_PATH=${prefix}
+    -DLX_README_HOST=${root}/readme_host.cpp)
+run("consumer build" ${CMAKE_COMMAND} --build ${build})
+run("consumer run" ${build}/consumer)
+
+if(EXISTS ${prefix}/bin/LxUIKitGallery)
+  file(RENAME ${prefix} ${root}/moved)
+  run("installed gallery from a moved prefix" ${root}/moved/bin/LxUIKitGallery --page toasts --screenshot ${root}/gallery.png)
+  file(SIZE ${root}/gallery.png size)
+  if(size LESS 1000)
+    message(FATAL_ERROR "the installed gallery wrote no screenshot")
+  endif()
 endif()

@@ -24,6 +24,7 @@
 
 #include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/RichText/LxRichTextConfig.h>
+#include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
 #include <QElapsedTimer>
@@ -35,7 +36,6 @@
 #include <memory>
 #include <vector>
 
-class CLxRichTextLayout;
 class QTextDocument;
 class QTextLayout;
 class QWidgetTextControl;

@@ -12,6 +12,7 @@
 #include <LxUIKit/Zip/LxZip.h>
 
 #include <QtGui/private/qzipreader_p.h>
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
@@ -44,7 +45,7 @@ QString EnsureSampleFolder() {
         write(QStringLiteral(".settings"), "theme=dark\nlang=zh_CN\n");
         write(QStringLiteral("logs/client.log"),
               QByteArray("2026-11-21 09:30:00 [INFO] session started\n").repeated(200));
-        write(QStringLiteral("data/quotes.csv"), "symbol,price\nAAPL,189.2\n00700,312.4\n");
+        write(QStringLiteral("data/quotes.csv"), "symbol,price\nHRBR,189.2\n08831,312.4\n");
         QDir().mkpath(dir + QStringLiteral("/logs/empty"));
     }
     return dir;
@@ -65,16 +66,18 @@ QString Permissions(QFile::Permissions p) {
 }
 
 class ArchivePage : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(ArchivePage)
+
 public:
     explicit ArchivePage(QWidget* parent) : QWidget(parent) {
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(24, 20, 24, 20);
         layout->setSpacing(10);
-        auto* title = new QLabel(QStringLiteral("Archive"), this);
+        auto* title = new QLabel(tr("Archive"), this);
         title->setFont(LFontTokenLoader::font(QStringLiteral("BigTitle2")));
-        auto* hint = new QLabel(QStringLiteral("Pack a folder (hidden files included, links left out) and unpack an "
-                                               "archive. Unpacking refuses archives whose entries would leave the "
-                                               "destination."),
+        auto* hint = new QLabel(tr("Pack a folder (hidden files included, links left out) and unpack an "
+                                   "archive. Unpacking refuses archives whose entries would leave the "
+                                   "destination."),
                                 this);
         hint->setProperty("role", QStringLiteral("hint"));
         hint->setWordWrap(true);
@@ -82,15 +85,15 @@ public:
         layout->addWidget(hint);
 
         auto* form = new QGridLayout;
-        m_pSource = AddRow(form, 0, QStringLiteral("Folder to pack"), EnsureSampleFolder(), true);
-        m_pZip = AddRow(form, 1, QStringLiteral("Archive"), SampleRoot() + QStringLiteral("/report.zip"), false);
-        m_pDest = AddRow(form, 2, QStringLiteral("Unpack into"), SampleRoot() + QStringLiteral("/unpacked"), true);
+        m_pSource = AddRow(form, 0, tr("Folder to pack"), EnsureSampleFolder(), true);
+        m_pZip = AddRow(form, 1, tr("Archive file"), SampleRoot() + QStringLiteral("/report.zip"), false);
+        m_pDest = AddRow(form, 2, tr("Unpack into"), SampleRoot() + QStringLiteral("/unpacked"), true);
         layout->addLayout(form);
 
         auto* buttons = new QHBoxLayout;
-        auto* pack = new QPushButton(QStringLiteral("Pack folder"), this);
+        auto* pack = new QPushButton(tr("Pack folder"), this);
         pack->setObjectName(QStringLiteral("ArchivePack"));
-        auto* unpack = new QPushButton(QStringLiteral("Unpack archive"), this);
+        auto* unpack = new QPushButton(tr("Unpack archive"), this);
         unpack->setObjectName(QStringLiteral("ArchiveUnpack"));
         m_pStatus = new QLabel(this);
         m_pStatus->setObjectName(QStringLiteral("ArchiveStatus"));
@@ -101,20 +104,19 @@ public:
         layout->addLayout(buttons);
 
         auto* lists = new QHBoxLayout;
-        auto* entriesBox = new QGroupBox(QStringLiteral("Entries in the archive"), this);
+        auto* entriesBox = new QGroupBox(tr("Entries in the archive"), this);
         auto* eb = new QVBoxLayout(entriesBox);
         m_pEntries = new QTreeWidget(entriesBox);
         m_pEntries->setObjectName(QStringLiteral("ArchiveEntries"));
-        m_pEntries->setHeaderLabels(
-            {QStringLiteral("Entry"), QStringLiteral("Size"), QStringLiteral("Mode"), QStringLiteral("Modified")});
+        m_pEntries->setHeaderLabels({tr("Entry"), tr("Size"), tr("Mode"), tr("Modified")});
         m_pEntries->setRootIsDecorated(false);
         m_pEntries->header()->setSectionResizeMode(0, QHeaderView::Stretch);
         eb->addWidget(m_pEntries);
-        auto* filesBox = new QGroupBox(QStringLiteral("Files written by unpacking"), this);
+        auto* filesBox = new QGroupBox(tr("Files written by unpacking"), this);
         auto* fb = new QVBoxLayout(filesBox);
         m_pFiles = new QTreeWidget(filesBox);
         m_pFiles->setObjectName(QStringLiteral("ArchiveFiles"));
-        m_pFiles->setHeaderLabels({QStringLiteral("File"), QStringLiteral("Size")});
+        m_pFiles->setHeaderLabels({tr("File"), tr("Size")});
         m_pFiles->setRootIsDecorated(false);
         m_pFiles->header()->setSectionResizeMode(0, QHeaderView::Stretch);
         fb->addWidget(m_pFiles);
@@ -128,16 +130,16 @@ public:
 
     void Pack() {
         const bool ok = _zip::CompressDir(m_pSource->text(), m_pZip->text());
-        ShowResult(ok, ok ? QStringLiteral("Packed %1 into %2").arg(m_pSource->text(), m_pZip->text())
-                          : QStringLiteral("Packing failed; the log says why"));
+        ShowResult(ok, ok ? tr("Packed %1 into %2").arg(m_pSource->text(), m_pZip->text())
+                          : tr("Packing failed; the log says why"));
         ListEntries();
     }
 
     void Unpack() {
         QDir(m_pDest->text()).removeRecursively();
         const bool ok = _zip::ExtractDir(m_pZip->text(), m_pDest->text());
-        ShowResult(ok, ok ? QStringLiteral("Unpacked into %1").arg(m_pDest->text())
-                          : QStringLiteral("Unpacking refused or failed; the log says why"));
+        ShowResult(
+            ok, ok ? tr("Unpacked into %1").arg(m_pDest->text()) : tr("Unpacking refused or failed; the log says why"));
         ListEntries();
         ListFiles();
     }
@@ -145,15 +147,15 @@ public:
 private:
     QLineEdit* AddRow(QGridLayout* grid, int row, const QString& label, const QString& value, bool folder) {
         auto* edit = new QLineEdit(value, this);
-        auto* browse = new QPushButton(QStringLiteral("Browse…"), this);
+        auto* browse = new QPushButton(tr("Browse…"), this);
         grid->addWidget(new QLabel(label, this), row, 0);
         grid->addWidget(edit, row, 1);
         grid->addWidget(browse, row, 2);
         LX_SAFE_CONNECT(browse, &QPushButton::clicked, this, [this, edit, folder] {
-            const QString chosen = folder ? QFileDialog::getExistingDirectory(this, QString(), edit->text())
-                                          : QFileDialog::getSaveFileName(this, QString(), edit->text(),
-                                                                         QStringLiteral("Zip archives (*.zip)"),
-                                                                         nullptr, QFileDialog::DontConfirmOverwrite);
+            const QString chosen =
+                folder ? QFileDialog::getExistingDirectory(this, QString(), edit->text())
+                       : QFileDialog::getSaveFileName(this, QString(), edit->text(), tr("Zip archives (*.zip)"),
+                                                      nullptr, QFileDialog::DontConfirmOverwrite);
             if (!chosen.isEmpty())
                 edit->setText(chosen);
         });
@@ -176,7 +178,7 @@ private:
         for (const QZipReader::FileInfo& e : reader.fileInfoList()) {
             auto* item = new QTreeWidgetItem(m_pEntries);
             item->setText(0, e.filePath);
-            item->setText(1, e.isDir ? QStringLiteral("folder") : QString::number(e.size));
+            item->setText(1, e.isDir ? tr("folder") : QString::number(e.size));
             item->setText(2, Permissions(e.permissions));
             item->setText(3, e.lastModified.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
         }
@@ -191,7 +193,7 @@ private:
         while (it.hasNext()) {
             it.next();
             rows << root.relativeFilePath(it.filePath()) + QLatin1Char('\t') +
-                        (it.fileInfo().isDir() ? QStringLiteral("folder") : QString::number(it.fileInfo().size()));
+                        (it.fileInfo().isDir() ? tr("folder") : QString::number(it.fileInfo().size()));
         }
         rows.sort();
         for (const QString& r : rows) {

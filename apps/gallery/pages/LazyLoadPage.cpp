@@ -8,6 +8,7 @@
 #include <LxStdUI/FontToken.h>
 #include <LxUIKit/LxLazyLoadWidget.h>
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
@@ -17,6 +18,10 @@
 
 namespace {
 const int kRows = 200;
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(LazyLoadPage)
+};
 
 QWidget* MakeColumn(QWidget* page, core::pattern::CLazyLoadWidget::CreateMode mode, const QString& heading) {
     auto* column = new QWidget(page);
@@ -37,7 +42,7 @@ QWidget* MakeColumn(QWidget* page, core::pattern::CLazyLoadWidget::CreateMode mo
     QPointer<QLabel> pCounter = counter;
     auto update = [pCounter, created] {
         if (pCounter)
-            pCounter->setText(QStringLiteral("content created for %1 of %2 rows").arg(*created).arg(kRows));
+            pCounter->setText(Texts::tr("content created for %1 of %2 rows").arg(*created).arg(kRows));
     };
     update();
     for (int i = 0; i < kRows; ++i) {
@@ -45,7 +50,7 @@ QWidget* MakeColumn(QWidget* page, core::pattern::CLazyLoadWidget::CreateMode mo
             list, core::CSafeFunction<QWidget*()>(column, [i, created, update]() -> QWidget* {
                 ++*created;
                 update();
-                auto* card = new QLabel(QStringLiteral("Row %1 — built lazily").arg(i + 1));
+                auto* card = new QLabel(Texts::tr("Row %1 — built lazily").arg(i + 1));
                 card->setMinimumHeight(36);
                 card->setStyleSheet(
                     QStringLiteral("padding:8px; border-radius:4px; background:rgba(100,160,255,0.18);"));
@@ -67,20 +72,18 @@ QWidget* CreateLazyLoadPage(QWidget* parent) {
     auto* page = new QWidget(parent);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(24, 20, 24, 20);
-    auto* title = new QLabel(QStringLiteral("Lazy load"), page);
+    auto* title = new QLabel(Texts::tr("Lazy load"), page);
     title->setFont(LFontTokenLoader::font(QStringLiteral("BigTitle2")));
-    auto* hint =
-        new QLabel(QStringLiteral("Each list holds 200 containers. Scroll the right list and watch its counter: "
-                                  "content is made only when a row is painted."),
-                   page);
+    auto* hint = new QLabel(Texts::tr("Each list holds %1 containers. Scroll the right list and watch its counter: "
+                                      "content is made only when a row is painted.")
+                                .arg(kRows),
+                            page);
     hint->setProperty("role", QStringLiteral("hint"));
     hint->setWordWrap(true);
     auto* columns = new QHBoxLayout;
     columns->setSpacing(20);
-    columns->addWidget(
-        MakeColumn(page, core::pattern::CLazyLoadWidget::CreateOnShow, QStringLiteral("Create on show")));
-    columns->addWidget(
-        MakeColumn(page, core::pattern::CLazyLoadWidget::CreateOnPaint, QStringLiteral("Create on paint")));
+    columns->addWidget(MakeColumn(page, core::pattern::CLazyLoadWidget::CreateOnShow, Texts::tr("Create on show")));
+    columns->addWidget(MakeColumn(page, core::pattern::CLazyLoadWidget::CreateOnPaint, Texts::tr("Create on paint")));
     layout->addWidget(title);
     layout->addWidget(hint);
     layout->addLayout(columns, 1);

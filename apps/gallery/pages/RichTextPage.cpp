@@ -364,15 +364,15 @@ Post MakePost(int index) {
 
 QString KindName(uint32_t type) {
     switch (type) {
-    case LxRichTextDataType_Text: return QStringLiteral("Text");
-    case LxRichTextDataType_Image: return QStringLiteral("Picture");
-    case LxRichTextDataType_User: return QStringLiteral("User");
-    case LxRichTextDataType_Stock: return QStringLiteral("Stock");
-    case LxRichTextDataType_Portfolio: return QStringLiteral("Portfolio");
-    case LxRichTextDataType_Emotion: return QStringLiteral("Emoticon");
-    case LxRichTextDataType_Link: return QStringLiteral("Link");
-    case LxRichTextDataType_Emoji: return QStringLiteral("Emoji");
-    default: return QStringLiteral("Token");
+    case LxRichTextDataType_Text: return QCoreApplication::translate("RichTextPage", "Text");
+    case LxRichTextDataType_Image: return QCoreApplication::translate("RichTextPage", "Picture");
+    case LxRichTextDataType_User: return QCoreApplication::translate("RichTextPage", "User");
+    case LxRichTextDataType_Stock: return QCoreApplication::translate("RichTextPage", "Stock");
+    case LxRichTextDataType_Portfolio: return QCoreApplication::translate("RichTextPage", "Portfolio");
+    case LxRichTextDataType_Emotion: return QCoreApplication::translate("RichTextPage", "Emoticon");
+    case LxRichTextDataType_Link: return QCoreApplication::translate("RichTextPage", "Link");
+    case LxRichTextDataType_Emoji: return QCoreApplication::translate("RichTextPage", "Emoji");
+    default: return QCoreApplication::translate("RichTextPage", "Token");
     }
 }
 
@@ -398,7 +398,8 @@ QString Describe(const Snippet& s) {
     ILxRichTextData* data = s ? s->GetData() : nullptr;
     if (!data)
         return QString();
-    return QStringLiteral("%1 · id %2 · %3").arg(KindName(s->GetRichTextType()), TokenId(s), data->ToPlainText());
+    return QCoreApplication::translate("RichTextPage", "%1 · id %2 · %3")
+        .arg(KindName(s->GetRichTextType()), TokenId(s), data->ToPlainText());
 }
 
 // Where the token with that snippet index is shown, in the label's coordinates.
@@ -486,6 +487,8 @@ private:
 class RichTextPage;
 
 class PostCard : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(RichTextPage)
+
 public:
     PostCard(const Post& post, RichTextPage* page);
     CLxRichText* Label() const { return m_pLabel; }
@@ -518,12 +521,12 @@ private:
     // "Expand" only when the text is really cut at this width.
     void UpdateToggle() {
         if (m_bExpanded) {
-            m_pToggle->setText(QStringLiteral("Collapse"));
+            m_pToggle->setText(tr("Collapse"));
             m_pToggle->setVisible(true);
             return;
         }
         m_pLabel->GetLineCount();  // lays the label out at its current width
-        m_pToggle->setText(QStringLiteral("Expand"));
+        m_pToggle->setText(tr("Expand"));
         m_pToggle->setVisible(!m_pLabel->GetLayout()->IsAllTextShown());
     }
 
@@ -533,21 +536,23 @@ private:
 };
 
 class RichTextPage : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(RichTextPage)
+
 public:
     explicit RichTextPage(QWidget* parent) : QWidget(parent) {
         EnsureSamplePictures();
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(24, 20, 24, 12);
         layout->setSpacing(8);
-        auto* title = new QLabel(QStringLiteral("Rich text"), this);
+        auto* title = new QLabel(tr("Rich text"), this);
         title->setFont(LFontTokenLoader::font(QStringLiteral("BigTitle2")));
-        auto* hint = new QLabel(
-            QStringLiteral("%1 posts with stocks, portfolios, mentions, links, pictures, emoji and emoticons, each cut "
-                           "at %2 lines. Click a token for a toast, hover one to see it below, select text and copy "
-                           "it with Ctrl+C. Rows are built when first painted.")
-                .arg(kPosts)
-                .arg(kCollapsedLines),
-            this);
+        auto* hint =
+            new QLabel(tr("%1 posts with stocks, portfolios, mentions, links, pictures, emoji and emoticons, each cut "
+                          "at %2 lines. Click a token for a toast, hover one to see it below, select text and copy "
+                          "it with Ctrl+C. Rows are built when first painted.")
+                           .arg(kPosts)
+                           .arg(kCollapsedLines),
+                       this);
         hint->setProperty("role", QStringLiteral("hint"));
         hint->setWordWrap(true);
         m_pStatus = new QLabel(this);
@@ -612,8 +617,7 @@ public:
                              1500);
     }
     void ShowStatus(const Snippet& s) {
-        m_pStatus->setText(s ? QStringLiteral("Hovering: ") + Describe(s)
-                             : QStringLiteral("Hover a token to see it here."));
+        m_pStatus->setText(s ? tr("Hovering: %1").arg(Describe(s)) : tr("Hover a token to see it here."));
     }
 
     // Opens the second post, points at a token of the first and clicks one of the third.
@@ -669,9 +673,7 @@ private:
                 .arg(res->colorString(QStringLiteral("ct_border")), res->colorString(QStringLiteral("ct_text_h3"))));
     }
 
-    void UpdateCounter() {
-        m_pCounter->setText(QStringLiteral("posts built: %1 of %2").arg(m_vecCards.size()).arg(kPosts));
-    }
+    void UpdateCounter() { m_pCounter->setText(tr("posts built: %1 of %2").arg(m_vecCards.size()).arg(kPosts)); }
 
     QPointer<QLabel> m_pStatus;
     QPointer<QLabel> m_pCounter;
@@ -697,7 +699,7 @@ PostCard::PostCard(const Post& post, RichTextPage* page) {
     v->addWidget(m_pLabel);
 
     m_pToggle = new LinkButton(this);
-    m_pToggle->setText(QStringLiteral("Expand"));
+    m_pToggle->setText(tr("Expand"));
     v->addWidget(m_pToggle, 0, Qt::AlignLeft);
 
     QPointer<RichTextPage> pPage(page);

@@ -7,6 +7,7 @@
 #include <LxStdUI/FontToken.h>
 #include <LxUIKit/LxGuiHelper.h>
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -17,11 +18,16 @@
 #include <QVBoxLayout>
 
 namespace {
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(ToastPage)
+};
 struct Kind {
-    const char* name;
+    const char* name;  // English, also part of the buttons' object names
     TriBool state;
 };
-const Kind kKinds[] = {{"Success", TriBool::True}, {"Failure", TriBool::False}, {"Neutral", TriBool::Neutral}};
+const Kind kKinds[] = {{QT_TRANSLATE_NOOP("ToastPage", "Success"), TriBool::True},
+                       {QT_TRANSLATE_NOOP("ToastPage", "Failure"), TriBool::False},
+                       {QT_TRANSLATE_NOOP("ToastPage", "Neutral"), TriBool::Neutral}};
 const int kShortMs = 800;
 const int kLongMs = 3000;
 }  // namespace
@@ -31,18 +37,17 @@ QWidget* CreateToastPage(QWidget* parent) {
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(24, 20, 24, 20);
     layout->setSpacing(12);
-    auto* title = new QLabel(QStringLiteral("Toasts"), page);
+    auto* title = new QLabel(Texts::tr("Toasts"), page);
     title->setFont(LFontTokenLoader::font(QStringLiteral("BigTitle2")));
-    auto* hint =
-        new QLabel(QStringLiteral("A toast shows a short message over everything and deletes itself. Up to one "
-                                  "second it appears below the middle of the screen; longer toasts slide up "
-                                  "from the bottom edge."),
-                   page);
+    auto* hint = new QLabel(Texts::tr("A toast shows a short message over everything and deletes itself. Up to one "
+                                      "second it appears below the middle of the screen; longer toasts slide up "
+                                      "from the bottom edge."),
+                            page);
     hint->setProperty("role", QStringLiteral("hint"));
     hint->setWordWrap(true);
-    auto* text = new QLineEdit(QStringLiteral("Order placed: 100 shares"), page);
+    auto* text = new QLineEdit(Texts::tr("Order placed: 100 shares"), page);
     text->setObjectName(QStringLiteral("ToastText"));
-    text->setPlaceholderText(QStringLiteral("Toast text"));
+    text->setPlaceholderText(Texts::tr("Toast text"));
     layout->addWidget(title);
     layout->addWidget(hint);
     layout->addWidget(text);
@@ -54,16 +59,16 @@ QWidget* CreateToastPage(QWidget* parent) {
     grid->setVerticalSpacing(10);
     int row = 0;
     for (const Kind& kind : kKinds) {
-        grid->addWidget(new QLabel(QLatin1String(kind.name), page), row, 0);
+        const QString kindName = Texts::tr(kind.name);
+        grid->addWidget(new QLabel(kindName, page), row, 0);
         int col = 1;
         for (int ms : {kShortMs, kLongMs}) {
-            auto* btn = new QPushButton(QStringLiteral("%1 ms").arg(ms), page);
+            auto* btn = new QPushButton(Texts::tr("%1 ms").arg(ms), page);
             btn->setObjectName(QStringLiteral("Toast_%1_%2").arg(QLatin1String(kind.name)).arg(ms));
             const TriBool state = kind.state;
-            const QString kindName = QLatin1String(kind.name);
             LX_SAFE_CONNECT(btn, &QPushButton::clicked, page, [=] {
                 gui::ShowSimpleToast(text->text(), state, ms);
-                history->insertItem(0, QStringLiteral("%1  %2, %3 ms: %4")
+                history->insertItem(0, Texts::tr("%1  %2, %3 ms: %4")
                                            .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), kindName)
                                            .arg(ms)
                                            .arg(text->text()));
@@ -76,7 +81,8 @@ QWidget* CreateToastPage(QWidget* parent) {
     layout->addLayout(grid);
 
     // A link the application cannot open: the kit's load-failure dialog, in the current language.
-    auto* scheme = new QPushButton(QStringLiteral("Open lxdemo://quote?id=700 (no handler)"), page);
+    auto* scheme =
+        new QPushButton(Texts::tr("Open %1 (no handler)").arg(QStringLiteral("lxdemo://quote?id=700")), page);
     scheme->setObjectName(QStringLiteral("ToastUnknownScheme"));
     LX_SAFE_CONNECT(scheme, &QPushButton::clicked, page,
                     [page] { core::scheme::OpenUrl(QStringLiteral("lxdemo://quote?id=700"), page); });
@@ -84,7 +90,7 @@ QWidget* CreateToastPage(QWidget* parent) {
     schemeRow->addWidget(scheme);
     schemeRow->addStretch(1);
     layout->addLayout(schemeRow);
-    layout->addWidget(new QLabel(QStringLiteral("Shown"), page));
+    layout->addWidget(new QLabel(Texts::tr("Shown"), page));
     layout->addWidget(history, 1);
     return page;
 }

@@ -23,6 +23,7 @@
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -49,6 +50,10 @@ namespace {
 constexpr int kImageSide = 108;
 constexpr int kColumns = 7;
 constexpr unsigned kRetries = 2;
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(WebImagesPage)
+};
 
 QString SamplesDir() { return core::product_path::GetCacheDir() + QStringLiteral("/gallery_webimages"); }
 
@@ -89,36 +94,36 @@ std::vector<SampleSpec> Specs() {
         return [r](LxWebImageWidget* w) { w->SetRoundedCorner(LxCornerRadiusType::All, r, r); };
     };
     return {
-        {QStringLiteral("landscape.jpg"), QStringLiteral("JPEG · rounded 12"), round(12)},
-        {QStringLiteral("landscape.jpg"), QStringLiteral("same URL · 1:1 crop, circle, border"),
+        {QStringLiteral("landscape.jpg"), Texts::tr("JPEG · rounded 12"), round(12)},
+        {QStringLiteral("landscape.jpg"), Texts::tr("same URL · 1:1 crop, circle, border"),
          [](LxWebImageWidget* w) {
              w->SetImageCropper(std::make_shared<CLxCenterAspectCropper>(1, 1));
              w->SetRoundedCorner(LxCornerRadiusType::All, kImageSide / 2.0, kImageSide / 2.0);
              w->SetBorder("ct_text_link", 3);
          }},
-        {QStringLiteral("avatar.png"), QStringLiteral("PNG · natural size × 0.75"),
+        {QStringLiteral("avatar.png"), Texts::tr("PNG · natural size × 0.75"),
          [](LxWebImageWidget* w) {
              w->EnableScaleToWidgetSize(false);
              w->SetScaleFactor(0.75);
          }},
-        {QStringLiteral("bars.png"), QStringLiteral("PNG · top corners, border"),
+        {QStringLiteral("bars.png"), Texts::tr("PNG · top corners, border"),
          [](LxWebImageWidget* w) {
              w->SetRoundedCorner(LxCornerRadiusType::Top, 16, 16);
              w->SetBorder("ct_border", 2);
          }},
-        {QStringLiteral("sunset.webp"), QStringLiteral("WebP still · top half"),
+        {QStringLiteral("sunset.webp"), Texts::tr("WebP still · top half"),
          [](LxWebImageWidget* w) { w->SetImageCropper(std::make_shared<TopHalfCropper>()); }},
-        {QStringLiteral("spinner.gif"), QStringLiteral("GIF · animated"), round(8)},
-        {QStringLiteral("bounce.webp"), QStringLiteral("WebP · animated, round"), round(kImageSide / 2.0)},
-        {QStringLiteral("spinner.gif"), QStringLiteral("same GIF URL · shared movie"),
+        {QStringLiteral("spinner.gif"), Texts::tr("GIF · animated"), round(8)},
+        {QStringLiteral("bounce.webp"), Texts::tr("WebP · animated, round"), round(kImageSide / 2.0)},
+        {QStringLiteral("spinner.gif"), Texts::tr("same GIF URL · shared movie"),
          [](LxWebImageWidget* w) { w->SetBorder("ct_text_green", 2); }},
-        {QStringLiteral("logo.svg"), QStringLiteral("SVG · stretched"), {}},
-        {QStringLiteral("pie.svgz"), QStringLiteral("SVGZ · natural size"),
+        {QStringLiteral("logo.svg"), Texts::tr("SVG · stretched"), {}},
+        {QStringLiteral("pie.svgz"), Texts::tr("SVGZ · natural size"),
          [](LxWebImageWidget* w) { w->EnableScaleToWidgetSize(false); }},
-        {QStringLiteral("named-png.png"), QStringLiteral("GIF named .png"), round(8)},
-        {QStringLiteral("no-such-file.png"), QStringLiteral("missing file"), round(8), true},
-        {QStringLiteral("truncated.jpg"), QStringLiteral("truncated JPEG"), round(8), true},
-        {QStringLiteral("not-an-image.svg"), QStringLiteral("HTML named .svg"), round(8), true},
+        {QStringLiteral("named-png.png"), Texts::tr("GIF named .png"), round(8)},
+        {QStringLiteral("no-such-file.png"), Texts::tr("missing file"), round(8), true},
+        {QStringLiteral("truncated.jpg"), Texts::tr("truncated JPEG"), round(8), true},
+        {QStringLiteral("not-an-image.svg"), Texts::tr("HTML named .svg"), round(8), true},
     };
 }
 
@@ -173,6 +178,8 @@ private:
 };
 
 class WebImagesPage : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(WebImagesPage)
+
 public:
     explicit WebImagesPage(QWidget* parent) : QWidget(parent) {
         EnsureSamples();
@@ -187,14 +194,14 @@ public:
         layout->setContentsMargins(24, 20, 24, 20);
         layout->setSpacing(10);
 
-        auto* title = new QLabel(QStringLiteral("Web images"), body);
+        auto* title = new QLabel(tr("Web images"), body);
         title->setFont(LFontTokenLoader::font(QStringLiteral("BigTitle2")));
-        auto* hint = new QLabel(
-            QStringLiteral("Every picture below is fetched through the download delegate, decoded once into the "
-                           "shared image cache and shown with its own corners, crop, border and scale. Failing "
-                           "pictures retry twice through the reload helper, then show the failure placeholder. "
-                           "Switch the theme to see the placeholders follow it."),
-            body);
+        auto* hint =
+            new QLabel(tr("Every picture below is fetched through the download delegate, decoded once into the "
+                          "shared image cache and shown with its own corners, crop, border and scale. Failing "
+                          "pictures retry twice through the reload helper, then show the failure placeholder. "
+                          "Switch the theme to see the placeholders follow it."),
+                       body);
         hint->setProperty("role", QStringLiteral("hint"));
         hint->setWordWrap(true);
         layout->addWidget(title);
@@ -209,9 +216,9 @@ public:
         m_pCounters->setObjectName(QStringLiteral("WebImageCounters"));
         m_pCounters->setWordWrap(true);
         auto* buttons = new QHBoxLayout;
-        auto* reload = new QPushButton(QStringLiteral("Reload all"), body);
+        auto* reload = new QPushButton(tr("Reload all"), body);
         reload->setObjectName(QStringLiteral("WebImageReloadAll"));
-        auto* clear = new QPushButton(QStringLiteral("Clear cache"), body);
+        auto* clear = new QPushButton(tr("Clear cache"), body);
         clear->setObjectName(QStringLiteral("WebImageClearCache"));
         buttons->addWidget(reload);
         buttons->addWidget(clear);
@@ -219,12 +226,12 @@ public:
         auto* urlRow = new QHBoxLayout;
         m_pUrlEdit = new QLineEdit(body);
         m_pUrlEdit->setObjectName(QStringLiteral("WebImageUrl"));
-        m_pUrlEdit->setPlaceholderText(QStringLiteral("Load any picture: https://…, file:///…, or a local path"));
-        auto* load = new QPushButton(QStringLiteral("Load"), body);
+        m_pUrlEdit->setPlaceholderText(tr("Load any picture: https://…, file:///…, or a local path"));
+        auto* load = new QPushButton(tr("Load"), body);
         load->setObjectName(QStringLiteral("WebImageLoad"));
         urlRow->addWidget(m_pUrlEdit, 1);
         urlRow->addWidget(load);
-        m_pPreviewStatus = new QLabel(QStringLiteral("Type an address and press Load."), body);
+        m_pPreviewStatus = new QLabel(tr("Type an address and press Load."), body);
         m_pPreviewStatus->setObjectName(QStringLiteral("WebImagePreviewStatus"));
         m_pPreviewStatus->setProperty("role", QStringLiteral("hint"));
         m_pPreviewStatus->setWordWrap(true);
@@ -286,7 +293,7 @@ public:
 
     void LoadAll() {
         for (WebImageCard* card : m_vecCards) {
-            card->SetStatus(QStringLiteral("loading…"));
+            card->SetStatus(tr("loading…"));
             Set(card->Image(), card->Url());
         }
         UpdateCounters();
@@ -294,14 +301,13 @@ public:
 
     void LoadUrl(const QString& url) {
         m_pUrlEdit->setText(url);
-        m_pPreviewStatus->setText(url.isEmpty() ? QStringLiteral("Type an address and press Load.")
-                                                : QStringLiteral("Loading %1 …").arg(url));
+        m_pPreviewStatus->setText(url.isEmpty() ? tr("Type an address and press Load.") : tr("Loading %1 …").arg(url));
         Set(m_pPreview, url);
     }
 
     void ClearCache() {
         auto& cache = CLxWebImageCacheMgr::GetInstance();
-        m_strLastClear = QStringLiteral("cache emptied (%1 pictures, %2 movies, %3 SVG)")
+        m_strLastClear = tr("cache emptied (%1 pictures, %2 movies, %3 SVG)")
                              .arg(cache.PixmapCount())
                              .arg(cache.MovieCount())
                              .arg(cache.SvgCount());
@@ -326,7 +332,7 @@ private:
             card->SetStatus(QStringLiteral("%1 × %2%3")
                                 .arg(size.width())
                                 .arg(size.height())
-                                .arg(m_bInSetUrl ? QStringLiteral(" · from cache") : QString()));
+                                .arg(m_bInSetUrl ? tr(" · from cache") : QString()));
             break;
         }
         case LxImageLoadStatus::DownloadFailed:
@@ -334,11 +340,11 @@ private:
             // The reload helper saw the status first: a count back at 0 means it gave up (and
             // OnFinal wrote the verdict); otherwise a retry is on its way.
             if (failures > 0)
-                card->SetStatus(QStringLiteral("%1, retry %2 of %3…")
-                                    .arg(status == LxImageLoadStatus::DownloadFailed ? QStringLiteral("download failed")
-                                                                                     : QStringLiteral("cannot decode"))
-                                    .arg(failures)
-                                    .arg(kRetries));
+                card->SetStatus(
+                    tr("%1, retry %2 of %3…")
+                        .arg(status == LxImageLoadStatus::DownloadFailed ? tr("download failed") : tr("cannot decode"))
+                        .arg(failures)
+                        .arg(kRetries));
             break;
         default: break;
         }
@@ -348,25 +354,25 @@ private:
         for (WebImageCard* card : m_vecCards) {
             if (card->Image() != widget || bLoaded)
                 continue;
-            card->SetStatus(QStringLiteral("failed after %1 attempts, placeholder shown").arg(attempts));
+            card->SetStatus(tr("failed after %1 attempts, placeholder shown").arg(attempts));
         }
         if (widget == m_pPreview && !bLoaded)
-            m_pPreviewStatus->setText(
-                QStringLiteral("Failed after %1 attempts: %2").arg(attempts).arg(m_pPreview->GetUrl()));
+            m_pPreviewStatus->setText(tr("Failed after %1 attempts: %2").arg(attempts).arg(m_pPreview->GetUrl()));
     }
 
     void OnPreviewStatus(const QString& url, LxImageLoadStatus status) {
         Count(status);
         if (status == LxImageLoadStatus::Loaded) {
             const QSize size = m_pPreview->GetImageSize();
-            const char* kinds[] = {"", "still picture", "SVG", "animation"};
-            m_pPreviewStatus->setText(
-                QStringLiteral("%1\n%2 × %3 %4%5")
-                    .arg(url)
-                    .arg(size.width())
-                    .arg(size.height())
-                    .arg(QString::fromLatin1(kinds[qBound(0, int(m_pPreview->GetPrivateImageType()), 3)]))
-                    .arg(m_bInSetUrl ? QStringLiteral(", from the cache") : QString()));
+            static const char* const kKinds[] = {"", QT_TR_NOOP("still picture"), QT_TR_NOOP("SVG"),
+                                                 QT_TR_NOOP("animation")};
+            const char* kind = kKinds[qBound(0, int(m_pPreview->GetPrivateImageType()), 3)];
+            m_pPreviewStatus->setText(QStringLiteral("%1\n%2 × %3 %4%5")
+                                          .arg(url)
+                                          .arg(size.width())
+                                          .arg(size.height())
+                                          .arg(*kind ? tr(kind) : QString())
+                                          .arg(m_bInSetUrl ? tr(", from the cache") : QString()));
         }
     }
 
@@ -379,10 +385,10 @@ private:
     }
 
     void UpdateCounters() {
-        QString downloads = QStringLiteral("no download delegate installed");
+        QString downloads = tr("no download delegate installed");
         if (auto* d = dynamic_cast<CLxHttpDownloadDelegate*>(ILxUIKitHttpDownloadMgr::delegate())) {
             const CLxHttpDownloadDelegate::Statistics& s = d->GetStatistics();
-            downloads = QStringLiteral("Downloads asked: %1 (network %2, already on disk %3, local files %4)")
+            downloads = tr("Downloads asked: %1 (network %2, already on disk %3, local files %4)")
                             .arg(s.u64Requests + s.u64DiskHits + s.u64LocalFiles)
                             .arg(s.u64Requests)
                             .arg(s.u64DiskHits)
@@ -390,8 +396,8 @@ private:
         }
         const auto& cache = CLxWebImageCacheMgr::GetInstance();
         const double mib = (double(cache.PixmapTotalCost()) + double(cache.MovieTotalCost())) / (1024.0 * 1024.0);
-        m_pCounters->setText(QStringLiteral("%1 · Cache hits: %2 · Failures: %3\nIn the cache: %4 pictures, %5 "
-                                            "movies, %6 SVG, %7 MiB%8")
+        m_pCounters->setText(tr("%1 · Cache hits: %2 · Failures: %3\nIn the cache: %4 pictures, %5 "
+                                "movies, %6 SVG, %7 MiB%8")
                                  .arg(downloads)
                                  .arg(m_u64CacheHits)
                                  .arg(m_u64Failures)
