@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QString>
 
+#include <vector>
+
 namespace _zip {
 namespace detail {
 
