@@ -8,11 +8,18 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QtTest>
 
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include "LxTestSupport.h"
+#include "ZipFixtures.h"
 
 namespace {
 
@@ -52,6 +59,68 @@ QString CraftArchive(const QString& path, const QList<QPair<QString, QByteArray>
     return path;
 }
 
+struct Usage {
+    qint64 i64PeakRss;  // bytes, the process's high-water mark
+    double dCpuSeconds;
+};
+
+Usage UsageNow() {
+    rusage ru{};
+    ::getrusage(RUSAGE_SELF, &ru);
+    const auto secs = [](const timeval& tv) { return double(tv.tv_sec) + double(tv.tv_usec) / 1e6; };
+    return {qint64(ru.ru_maxrss) * 1024, secs(ru.ru_utime) + secs(ru.ru_stime)};
+}
+
+qint64 CurrentRss() {
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    if (!statm.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> fields = statm.readAll().split(' ');
+    return fields.size() > 1 ? fields[1].toLongLong() * ::sysconf(_SC_PAGESIZE) : 0;
+}
+
+int Run(const QString& program, const QStringList& args, const QString& cwd, const QString& stdoutFile = QString()) {
+    QProcess p;
+    p.setWorkingDirectory(cwd);
+    if (!stdoutFile.isEmpty())
+        p.setStandardOutputFile(stdoutFile);
+    p.start(program, args);
+    if (!p.waitForFinished(60000))
+        return -1;
+    if (p.exitCode() != 0)
+        qWarning() << program << p.readAllStandardError();
+    return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+}
+
+// A small tree with what archivers disagree on: an empty folder, an executable, a non-ASCII name,
+// a hidden file, and data that does not compress.
+void MakeToolTree(const QString& root) {
+    lxtest::WriteFile(root + QStringLiteral("/a.txt"), QByteArray("alpha\n").repeated(1000));
+    lxtest::WriteFile(root + QStringLiteral("/.hidden"), "h");
+    lxtest::WriteFile(root + QStringLiteral("/sub/\u65e5\u5fd7.log"), "utf-8 name");
+    QByteArray noise(50000, '\0');
+    quint32 x = 1;
+    for (char& c : noise)
+        c = char((x = x * 1103515245u + 12345u) >> 24);
+    lxtest::WriteFile(root + QStringLiteral("/sub/noise.bin"), noise);
+    lxtest::WriteFile(root + QStringLiteral("/run.sh"), "#!/bin/sh\n");
+    QFile::setPermissions(root + QStringLiteral("/run.sh"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QDir().mkpath(root + QStringLiteral("/empty"));
+}
+
+void CompareTrees(const QString& expected, const QString& actual, bool withModes) {
+    QCOMPARE(Tree(actual), Tree(expected));
+    for (const QString& rel : Tree(expected)) {
+        const QFileInfo e(expected + QLatin1Char('/') + rel);
+        const QFileInfo a(actual + QLatin1Char('/') + rel);
+        QCOMPARE(a.isDir(), e.isDir());
+        if (e.isFile())
+            QCOMPARE(Read(a.filePath()), Read(e.filePath()));
+        if (withModes && e.isFile())
+            QCOMPARE(bool(a.permissions() & QFile::ExeOwner), bool(e.permissions() & QFile::ExeOwner));
+    }
+}
+
 }  // namespace
 
 class TestZip : public QObject {
@@ -60,12 +129,21 @@ private Q_SLOTS:
     void init() { m_root.reset(new QTemporaryDir); }
     void folderRoundTripKeepsHiddenEmptyModesAndTimes();
     void entriesAreNamedFromTheItemsParent();
+    void folderPathsAreNormalised_data();
+    void folderPathsAreNormalised();
+    void specialFilesAreSkipped();
     void failuresLogTheirTexts();
     void refusesArchivesThatLeaveTheDestination_data();
     void refusesArchivesThatLeaveTheDestination();
     void plantedLinkOnDiskIsNotFollowed();
     void corruptArchivesAndFailedWritesFail();
-    void tooLargeFilesAreRefused();
+    void writerOverloadsRefuseTooLargeFiles();
+    void hostileArchivesAreRefused_data();
+    void hostileArchivesAreRefused();
+    void largeFilesStreamInBoundedMemory();
+    void readsWhatOtherToolsWrite_data();
+    void readsWhatOtherToolsWrite();
+    void toolsReadWhatTheKitPacks();
 
 private:
     QString P(const QString& rel) const { return m_root->path() + QLatin1Char('/') + rel; }
@@ -126,6 +204,61 @@ void TestZip::entriesAreNamedFromTheItemsParent() {
     QVERIFY(_zip::CompressFiles({P("deep/.profile")}, P("hidden.zip")));
     QVERIFY(_zip::ExtractDir(P("hidden.zip"), P("hx")));
     QCOMPARE(Tree(P("hx")), QStringList{".profile"});
+}
+
+void TestZip::folderPathsAreNormalised_data() {
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("throughWriter");
+    for (bool w : {false, true}) {
+        const char* via = w ? " (writer)" : "";
+        QTest::newRow(qPrintable(QStringLiteral("plain%1").arg(via))) << "logs" << w;
+        QTest::newRow(qPrintable(QStringLiteral("trailing slash%1").arg(via))) << "logs/" << w;
+        QTest::newRow(qPrintable(QStringLiteral("two slashes%1").arg(via))) << "logs//" << w;
+        QTest::newRow(qPrintable(QStringLiteral("dot%1").arg(via))) << "logs/." << w;
+        QTest::newRow(qPrintable(QStringLiteral("dot dot%1").arg(via))) << "logs/sub/.." << w;
+        QTest::newRow(qPrintable(QStringLiteral("dot dot in the middle%1").arg(via))) << "other/../logs/./" << w;
+    }
+}
+
+void TestZip::folderPathsAreNormalised() {
+    QFETCH(QString, path);
+    QFETCH(bool, throughWriter);
+    lxtest::WriteFile(P("logs/a.txt"), "a");
+    lxtest::WriteFile(P("logs/sub/b.txt"), "b");
+    QDir().mkpath(P("other"));
+    if (throughWriter) {
+        // A caller of the writer overloads may hand in an unnormalised folder and prefix as well.
+        auto writer = QSharedPointer<QZipWriter>::create(P("logs.zip"));
+        QVERIFY(_zip::compress::CompressDir(writer, P(path), QString(), m_root->path() + QStringLiteral("/./")));
+    } else {
+        QVERIFY(_zip::CompressDir(P(path), P("logs.zip")));
+    }
+    QCOMPARE(Entries(P("logs.zip")), (QStringList{"logs", "logs/a.txt", "logs/sub", "logs/sub/b.txt"}));
+    QVERIFY(_zip::ExtractDir(P("logs.zip"), P("x")));
+    QCOMPARE(Tree(P("x")), (QStringList{"logs", "logs/a.txt", "logs/sub", "logs/sub/b.txt"}));
+}
+
+void TestZip::specialFilesAreSkipped() {
+    lxtest::WriteFile(P("logs/a.txt"), "a");
+    QCOMPARE(::mkfifo(QFile::encodeName(P("logs/fifo")).constData(), 0600), 0);
+    const int sock = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un addr{};
+    addr.sun_family = AF_UNIX;
+    const QByteArray sockPath = QFile::encodeName(P("logs/sock"));
+    QVERIFY(size_t(sockPath.size()) < sizeof(addr.sun_path));
+    qstrcpy(addr.sun_path, sockPath.constData());
+    QCOMPARE(::bind(sock, reinterpret_cast<sockaddr*>(&addr), sizeof(addr)), 0);
+    lxtest::LogCapture log;
+    const bool packed = _zip::CompressDir(P("logs"), P("logs.zip"));
+    // A special file given on its own is skipped the same way (and never opened: a FIFO would block).
+    const bool packedFifo = _zip::CompressFiles({P("logs/fifo"), P("logs/a.txt")}, P("fifo.zip"));
+    ::close(sock);
+    QVERIFY(packed);
+    QVERIFY(packedFifo);
+    QVERIFY(log.hasExact(P("logs/fifo") + QStringLiteral(" is not a regular file, folder or link; skipped")));
+    QVERIFY(log.hasExact(P("logs/sock") + QStringLiteral(" is not a regular file, folder or link; skipped")));
+    QCOMPARE(Entries(P("logs.zip")), (QStringList{"logs", "logs/a.txt"}));
+    QCOMPARE(Entries(P("fifo.zip")), QStringList{"a.txt"});
 }
 
 void TestZip::failuresLogTheirTexts() {
@@ -224,17 +357,168 @@ void TestZip::corruptArchivesAndFailedWritesFail() {
     QVERIFY(!_zip::ExtractDir(P("good.zip"), P("w")));
 }
 
-void TestZip::tooLargeFilesAreRefused() {
-    // A sparse file past the format's limit costs no disk and is refused before being read.
+void TestZip::writerOverloadsRefuseTooLargeFiles() {
+    // QZipWriter has no Zip64. A sparse file past its limit costs no disk and is refused unread.
     QFile f(P("huge.bin"));
     QVERIFY(f.open(QIODevice::WriteOnly));
     QVERIFY(f.resize(_zip::kMaxZipBytes + 1));
     f.close();
     lxtest::WriteFile(P("small.txt"), "s");
     lxtest::LogCapture log;
-    QVERIFY(!_zip::CompressFiles({P("small.txt"), P("huge.bin")}, P("h.zip")));
+    {
+        auto writer = QSharedPointer<QZipWriter>::create(P("h.zip"));
+        QVERIFY(_zip::compress::CompressFile(writer, P("small.txt"), QString(), m_root->path() + QLatin1Char('/')));
+        QVERIFY(!_zip::compress::CompressFile(writer, P("huge.bin"), QString(), m_root->path() + QLatin1Char('/')));
+    }
     QVERIFY(log.contains(QStringLiteral("too large for a zip archive")));
     QCOMPARE(Entries(P("h.zip")), QStringList{"small.txt"});
+}
+
+void TestZip::hostileArchivesAreRefused_data() {
+    using lxtest::RawZipEntry;
+    QTest::addColumn<QByteArray>("archive");
+    QTest::addColumn<QString>("log");
+    QTest::addColumn<QStringList>("tree");  // what the destination holds afterwards
+
+    const RawZipEntry good = lxtest::DeflatedEntry("good.txt", "fine");
+    const RawZipEntry text = lxtest::DeflatedEntry("bad.txt", QByteArray("hello zip\n").repeated(100));
+    // The fuzzer's find: about a hundred bytes whose one entry claims 2 GiB of packed data.
+    RawZipEntry tiny = lxtest::DeflatedEntry("a.txt", "hello hello hello\n");
+    tiny.packed = 0x80000000u;
+    QTest::newRow("packed size past the file") << lxtest::RawZip({tiny}) << "the file holds" << QStringList();
+
+    // Bombs: a thousand entries inflating one shared 1 MiB run of zeros; one entry claiming 3.75 GiB
+    // from 1 KiB; sizes adding up past the absolute bound.
+    QList<RawZipEntry> shared{lxtest::DeflatedEntry("k0", QByteArray(1 << 20, '\0'))};
+    for (int i = 1; i < 1000; ++i) {
+        RawZipEntry e = shared.first();
+        e.name = "k" + QByteArray::number(i);
+        e.sharesDataOf = 0;
+        shared << e;
+    }
+    QTest::newRow("bomb: shared data") << lxtest::RawZip(shared) << "the file holds" << QStringList();
+    RawZipEntry ratio = shared.first();
+    ratio.size = 0xF0000000u;
+    QTest::newRow("bomb: expansion ratio") << lxtest::RawZip({good, ratio}) << "times its own" << QStringList();
+    QList<RawZipEntry> many{good};
+    for (int i = 0; i < 20; ++i) {
+        RawZipEntry e = lxtest::DeflatedEntry("m" + QByteArray::number(i), "x");
+        e.size = 0xFFFFFFF0u;
+        many << e;
+    }
+    QTest::newRow("bomb: absolute size") << lxtest::RawZip(many) << "allowed" << QStringList();
+
+    RawZipEntry crc = text;
+    crc.crc ^= 1;
+    QTest::newRow("wrong CRC") << lxtest::RawZip({good, crc}) << "fails its CRC check" << QStringList{"good.txt"};
+    RawZipEntry longer = text;
+    longer.size -= 10;
+    QTest::newRow("longer than declared")
+        << lxtest::RawZip({good, longer}) << "is longer than the" << QStringList{"good.txt"};
+    RawZipEntry shorter = text;
+    shorter.size += 10;
+    QTest::newRow("shorter than declared")
+        << lxtest::RawZip({good, shorter}) << "is shorter than declared" << QStringList{"good.txt"};
+    RawZipEntry encrypted = text;
+    encrypted.flags = 1;
+    QTest::newRow("encrypted") << lxtest::RawZip({good, encrypted}) << "is encrypted" << QStringList();
+    RawZipEntry bzip2 = text;
+    bzip2.method = 12;
+    QTest::newRow("other method") << lxtest::RawZip({good, bzip2}) << "neither stored nor deflated" << QStringList();
+}
+
+void TestZip::hostileArchivesAreRefused() {
+    QFETCH(QByteArray, archive);
+    QFETCH(QString, log);
+    QFETCH(QStringList, tree);
+    // Whatever the headers claim, a refusal costs little.
+    constexpr qint64 kMemoryCeiling = 16 << 20;
+    constexpr double kCpuCeilingSeconds = 2.0;
+    lxtest::WriteFile(P("x.zip"), archive);
+    lxtest::LogCapture capture;
+    const qint64 rssBefore = CurrentRss();
+    const Usage before = UsageNow();
+    QVERIFY(!_zip::ExtractDir(P("x.zip"), P("dest")));
+    const Usage after = UsageNow();
+    QVERIFY2(capture.contains(log), qPrintable(capture.texts().join(QLatin1Char('\n'))));
+    // No file that failed its checks under its final name, and no part file left behind.
+    QCOMPARE(Tree(P("dest")), tree);
+    QVERIFY2(after.i64PeakRss <= rssBefore + kMemoryCeiling, qPrintable(QString::number(after.i64PeakRss - rssBefore)));
+    QVERIFY2(after.dCpuSeconds - before.dCpuSeconds < kCpuCeilingSeconds,
+             qPrintable(QString::number(after.dCpuSeconds - before.dCpuSeconds)));
+}
+
+void TestZip::largeFilesStreamInBoundedMemory() {
+    // 256 MiB (a sparse file: cheap to make) packs and unpacks within 64 MiB of the resident memory
+    // at the start, and within a minute of CPU even under sanitizers; held whole it would cost 512 MiB.
+    constexpr qint64 kFileBytes = qint64(256) << 20;
+    constexpr qint64 kMemoryCeiling = 64 << 20;
+    constexpr double kCpuCeilingSeconds = 60.0;
+    QDir().mkpath(P("big"));
+    QFile f(P("big/zero.bin"));
+    QVERIFY(f.open(QIODevice::WriteOnly) && f.resize(kFileBytes));
+    f.close();
+    const qint64 rssBefore = CurrentRss();
+    const Usage before = UsageNow();
+    QVERIFY(_zip::CompressDir(P("big"), P("big.zip")));
+    QVERIFY(_zip::ExtractDir(P("big.zip"), P("x")));
+    const Usage after = UsageNow();
+    QCOMPARE(QFileInfo(P("x/big/zero.bin")).size(), kFileBytes);  // and its CRC checked on the way
+    QVERIFY2(after.i64PeakRss <= rssBefore + kMemoryCeiling, qPrintable(QString::number(after.i64PeakRss - rssBefore)));
+    QVERIFY2(after.dCpuSeconds - before.dCpuSeconds < kCpuCeilingSeconds,
+             qPrintable(QString::number(after.dCpuSeconds - before.dCpuSeconds)));
+}
+
+void TestZip::readsWhatOtherToolsWrite_data() {
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<bool>("toStdout");
+    const QString py = QStringLiteral(
+        "import os, sys, zipfile\n"
+        "with zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED) as z:\n"
+        "    for root, dirs, files in os.walk('tree'):\n"
+        "        for d in dirs: z.write(os.path.join(root, d))\n"
+        "        for f in files:\n"
+        "            p = os.path.join(root, f)\n"
+        "            info = zipfile.ZipInfo.from_file(p)\n"
+        "            info.compress_type = zipfile.ZIP_DEFLATED\n"
+        "            with open(p, 'rb') as src, z.open(info, 'w', force_zip64=sys.argv[2] == '64') as dst:\n"
+        "                dst.write(src.read())\n");
+    QTest::newRow("zip") << "zip" << QStringList{"-qr", "%zip", "tree"} << false;
+    QTest::newRow("zip, Zip64") << "zip" << QStringList{"-qr", "-fz", "%zip", "tree"} << false;
+    QTest::newRow("zip, streamed") << "zip" << QStringList{"-qr", "-", "tree"} << true;
+    QTest::newRow("python") << "python3" << QStringList{"-c", py, "%zip", "32"} << false;
+    QTest::newRow("python, Zip64") << "python3" << QStringList{"-c", py, "%zip", "64"} << false;
+}
+
+void TestZip::readsWhatOtherToolsWrite() {
+    QFETCH(QString, program);
+    QFETCH(QStringList, args);
+    QFETCH(bool, toStdout);
+    if (QStandardPaths::findExecutable(program).isEmpty())
+        QSKIP(qPrintable(program + QStringLiteral(" is not installed; cannot check its archives")));
+    MakeToolTree(P("tree"));
+    args.replaceInStrings(QStringLiteral("%zip"), P("t.zip"));
+    QCOMPARE(Run(program, args, m_root->path(), toStdout ? P("t.zip") : QString()), 0);
+    QVERIFY(_zip::ExtractDir(P("t.zip"), P("x")));
+    CompareTrees(P("tree"), P("x/tree"), !toStdout);
+}
+
+void TestZip::toolsReadWhatTheKitPacks() {
+    MakeToolTree(P("tree"));
+    QVERIFY(_zip::CompressDir(P("tree"), P("k.zip")));
+    if (QStandardPaths::findExecutable(QStringLiteral("unzip")).isEmpty())
+        QSKIP("unzip is not installed; cannot check the kit's archives with it");
+    QCOMPARE(Run(QStringLiteral("unzip"), {"-tq", P("k.zip")}, m_root->path()), 0);
+    QCOMPARE(Run(QStringLiteral("unzip"), {"-q", P("k.zip"), "-d", P("u")}, m_root->path()), 0);
+    CompareTrees(P("tree"), P("u/tree"), true);
+    if (QStandardPaths::findExecutable(QStringLiteral("python3")).isEmpty())
+        QSKIP("python3 is not installed; cannot check the kit's archives with zipfile");
+    QCOMPARE(
+        Run(QStringLiteral("python3"),
+            {"-c", "import sys, zipfile; sys.exit(zipfile.ZipFile(sys.argv[1]).testzip() is not None)", P("k.zip")},
+            m_root->path()),
+        0);
 }
 
 QTEST_GUILESS_MAIN(TestZip)
