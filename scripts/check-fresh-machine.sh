@@ -75,7 +75,7 @@ inside() {
     LANG=C.UTF-8 TERM=dumb LX_JOBS="${LX_JOBS:-$(nproc)}" bash -c 'cd /src/project && "$@"' _ "$@" \
     >"$cache/$name.log" 2>&1
   rc=$?
-  grep -E '==> (Installed|Build took)' "$cache/$name.log" | sed 's/\x1b\[[0-9;]*m//g' | sed 's/^/    /'
+  sed 's/\x1b\[[0-9;]*m//g' "$cache/$name.log" | grep -E '==> (Installed|Build took)|tests passed' | sed 's/^/    /'
   if [ $rc -ne 0 ]; then
     tail -30 "$cache/$name.log"
     say "FAILED: '$*' exited with $rc after $(($(date +%s) - start)) s"
