@@ -293,8 +293,13 @@ bool CLxWebImageDecoder::CheckStructure(const QByteArray& data, const QByteArray
         return CheckJpeg(data, pWhy);
     if (format == "webp")
         return CheckWebp(data, maxPixels, pWhy);
-    if (format == "gif")
-        return IsGifComplete(data) || SetWhy(pWhy, QStringLiteral("truncated or damaged gif"));
+    if (format == "gif") {
+        const QSize extent = GifExtent(data);
+        if (!extent.isValid())
+            return SetWhy(pWhy, QStringLiteral("truncated or damaged gif"));
+        if (qint64(extent.width()) * extent.height() > maxPixels)
+            return SetWhy(pWhy, QStringLiteral("gif of %1x%2 too large").arg(extent.width()).arg(extent.height()));
+    }
     return true;
 }
 
@@ -367,40 +372,44 @@ bool CLxWebImageDecoder::CheckAnimated(const QByteArray& data, QByteArray* pForm
     return CheckBounds(data, pFormat, nullptr, pWhy, kMaxAnimatedPixels);
 }
 
-bool CLxWebImageDecoder::IsGifComplete(const QByteArray& d) {
+bool CLxWebImageDecoder::IsGifComplete(const QByteArray& d) { return GifExtent(d).isValid(); }
+
+QSize CLxWebImageDecoder::GifExtent(const QByteArray& d) {
     if (d.size() < 13 || !(d.startsWith("GIF87a") || d.startsWith("GIF89a")))
-        return false;
+        return QSize();
+    auto le16 = [&](int pos) { return int(quint8(d[pos]) | (quint8(d[pos + 1]) << 8)); };
+    // Qt's reader answers size() from the first frame but allocates the logical screen (the frame
+    // when the screen is empty): the extent counted is the union of the screen and every frame,
+    // never less than what is allocated.
+    int i32Width = le16(6), i32Height = le16(8);
     const int screenFlags = quint8(d[10]);
     int pos = 13;
     if (screenFlags & 0x80)
         pos += 3 * (1 << ((screenFlags & 7) + 1));
     while (pos < d.size()) {
         switch (quint8(d[pos])) {
-        case 0x3B: return true;
+        case 0x3B: return QSize(i32Width, i32Height);
         case 0x21:  // extension: introducer, label, sub-blocks
             pos += 2;
             if (!SkipSubBlocks(d, pos))
-                return false;
+                return QSize();
             break;
         case 0x2C: {  // image: descriptor, optional local table, LZW code size, sub-blocks
             if (pos + 10 > d.size())
-                return false;
-            // A frame larger than the pixel bound would be decoded whatever the screen says.
-            const qint64 w = quint8(d[pos + 5]) | (quint8(d[pos + 6]) << 8);
-            const qint64 h = quint8(d[pos + 7]) | (quint8(d[pos + 8]) << 8);
-            if (w * h > kMaxPixels)
-                return false;
+                return QSize();
+            i32Width = qMax(i32Width, le16(pos + 1) + le16(pos + 5));
+            i32Height = qMax(i32Height, le16(pos + 3) + le16(pos + 7));
             const int flags = quint8(d[pos + 9]);
             pos += 10;
             if (flags & 0x80)
                 pos += 3 * (1 << ((flags & 7) + 1));
             pos += 1;
             if (!SkipSubBlocks(d, pos))
-                return false;
+                return QSize();
             break;
         }
-        default: return false;
+        default: return QSize();
         }
     }
-    return false;
+    return QSize();
 }

@@ -11,9 +11,12 @@
 //   a PNG chunk longer than what is left of the file, a PNG text or profile chunk (tEXt, zTXt,
 //   iTXt, iCCP) over kMaxPngTextChunkBytes, or compressed data in one inflating (or a profile
 //   announcing) more than four times that, a PNG without its IEND, a JPEG segment running past
-//   the end, a WebP chunk longer than its RIFF container, a GIF whose blocks do not reach the
-//   trailer or one of whose frames is over the pixel bound: all are refused (libpng would
-//   otherwise allocate what a chunk header announces, 1 GiB for a file of a hundred bytes);
+//   the end, a WebP chunk longer than its RIFF container or a WebP canvas over the pixel bound, a
+//   GIF whose blocks do not reach the trailer or whose screen and frames together cover more
+//   than the pixel bound: all are refused (libpng would otherwise allocate what a chunk header
+//   announces, 1 GiB for a file of a hundred bytes; Qt's WebP reader allocates the canvas to
+//   answer size(), and its GIF reader answers size() with the first frame but allocates the
+//   whole screen);
 // - the picture's size is read from its header: more than kMaxPixels pixels (a small file can
 //   announce a huge canvas) is refused before any memory is allocated for it; the decoded frame
 //   is then at most kMaxDecodeBytes, and a progressive JPEG, whose decoder holds every
@@ -78,4 +81,7 @@ public:
 
     // True when the GIF's blocks are well formed up to the trailer byte.
     static bool IsGifComplete(const QByteArray& data);
+    // The canvas a GIF is painted on: its logical screen grown to hold every frame (Qt's reader
+    // answers size() with the first frame's); invalid when the blocks are not well formed.
+    static QSize GifExtent(const QByteArray& data);
 };

@@ -97,6 +97,11 @@ private slots:
         QByteArray segment = lxtest::MakeJpeg(Halves(16, 16), {});
         segment.insert(2, QByteArray("\xFF\xE5\xFF\xF0", 4));  // APP5 of 65 KB in a 1 KB file
         QTest::newRow("jpeg segment longer than the file") << segment;
+        // Qt's GIF reader reports the first frame's size and allocates the screen: 1.6 GB here.
+        QByteArray screen = lxtest::ReadAll(lxtest::SaveGif(m_dir.filePath("small.gif"), lxtest::MakeFrames(2, 4, 4)));
+        screen[6] = screen[8] = char(20000 & 0xff);
+        screen[7] = screen[9] = char(20000 >> 8);
+        QTest::newRow("gif screen of 20000 x 20000 around a 4 x 4 frame") << screen;
         QTest::newRow("webp chunk longer than its container") << Riff(QByteArray(16, 'x'), 0x40000000);
     }
     void hostileFilesCostLittle() {
@@ -137,6 +142,12 @@ private slots:
         // Animated WebP, 4 x 9175044 canvas (36 Mpx) in 140 bytes: every frame played composed
         // 147 MB (over 10 s for eight frames under the sanitizers). Animations are held to a
         // smaller canvas than still pictures.
+        // The seed GIF with two bytes of its screen changed: 4 x 226 by its first frame (what
+        // Qt's reader answers), 65284 x 226 by its screen (what it allocates).
+        QByteArray wide = lxtest::ReadAll(lxtest::SaveGif(m_dir.filePath("seed.gif"), lxtest::MakeFrames(2, 4, 4), 30));
+        wide[7] = char(0xff);
+        wide[8] = char(0xe2);
+        QTest::newRow("gif screen wider than its frame") << wide << true;
         QTest::newRow("animated webp with a tall canvas")
             << QByteArray::fromHex(
                    "524946468400000057454250565038580a0000000200000003000003008c414e494d06000000ffffffff0000410"
