@@ -94,13 +94,13 @@ void TestCore::protoValueKeysTypesAndMissingKeys() {
     v["type"] = core::CProtoValue(4);
     v["stockid"] = core::CProtoValue(uint64_t(18446744073709551000ULL));
     v["neg"] = core::CProtoValue(int64_t(-5));
-    v["name"] = core::CProtoValue(std::string("腾讯控股"));
+    v["name"] = core::CProtoValue(std::string("青禾控股"));
     v["nested"]["inner"] = core::CProtoValue(7u);
 
     QCOMPARE(v["type"].asInt32(), 4);
     QCOMPARE(v["stockid"].asUInt64(), uint64_t(18446744073709551000ULL));
     QCOMPARE(v["neg"].asInt64(), int64_t(-5));
-    QCOMPARE(QString::fromStdString(v["name"].asString()), QStringLiteral("腾讯控股"));
+    QCOMPARE(QString::fromStdString(v["name"].asString()), QStringLiteral("青禾控股"));
     QCOMPARE(v["nested"]["inner"].asUInt32(), 7u);
     // Missing keys and wrong kinds read as empty or zero, never throw.
     const core::CProtoValue& cv = v;

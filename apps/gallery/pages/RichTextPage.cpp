@@ -236,9 +236,9 @@ struct StockDef {
     const char* text;
     uint64_t id;
 };
-const StockDef kStocks[] = {{"$Tencent(00700)$", 700},      {"$Apple(AAPL)$", 1001},   {"$NVIDIA(NVDA)$", 1002},
-                            {"$贵州茅台(600519)$", 600519}, {"$Tesla(TSLA)$", 1003},   {"$阿里巴巴(09988)$", 9988},
-                            {"$Meituan(03690)$", 3690},     {"$比亚迪(002594)$", 2594}};
+const StockDef kStocks[] = {{"$Tenvira(08831)$", 700},      {"$Harbor Labs(HRBR)$", 1001}, {"$Vantix(VTX)$", 1002},
+                            {"$云岭酒业(601987)$", 600519}, {"$Voltra(VLTR)$", 1003},      {"$集云网络(09271)$", 9988},
+                            {"$Cloverway(03921)$", 3690},   {"$青川汽车(002781)$", 2594}};
 struct PortfolioDef {
     const char* name;
     const char* code;

@@ -93,13 +93,13 @@ private slots:
         parent.resize(400, 200);
         auto* w = new CLxRichText(&parent);
         w->setGeometry(0, 0, 400, 100);
-        auto stock = Stock(QStringLiteral("Tencent"));
+        auto stock = Stock(QStringLiteral("Tenvira"));
         const Snippet user = User(QStringLiteral("Ann")), emoticon = Emoticon(dir);
         w->SetRichTextData({Text(QStringLiteral("<a href=\"1\">Buy</a> ")), stock, user, emoticon});
         parent.show();
         QVERIFY(QTest::qWaitForWindowExposed(&parent));
         QVERIFY(
-            w->document()->toPlainText().remove(kZw).startsWith(QStringLiteral("<a href=\"1\">Buy</a> TencentAnn")));
+            w->document()->toPlainText().remove(kZw).startsWith(QStringLiteral("<a href=\"1\">Buy</a> TenviraAnn")));
 
         QSignalSpy clicked(w, &CLxRichText::Clicked);
         QTest::mouseClick(w, Qt::LeftButton, Qt::NoModifier, PointOf(*w, 2));
@@ -138,7 +138,7 @@ private slots:
     // reports on press.
     void touchTaps() {
         CLxRichText w;
-        QVERIFY(Show(w, QSize(400, 80), {Text(QStringLiteral("see ")), Stock(QStringLiteral("AAPL"))}));
+        QVERIFY(Show(w, QSize(400, 80), {Text(QStringLiteral("see ")), Stock(QStringLiteral("HRBR"))}));
         QSignalSpy clicked(&w, &CLxRichText::Clicked);
         const QPoint at = PointOf(w, 1);
         const int oldTimeout = QTapAndHoldGesture::timeout();
@@ -223,11 +223,11 @@ private slots:
         QTemporaryDir dir;
         CLxRichText w;
         const Snippet text = Text(QStringLiteral("a   b ")),
-                      stock = Stock(QStringLiteral("AAPL"), 7, QStringLiteral("AAPL")), emoticon = Emoticon(dir),
+                      stock = Stock(QStringLiteral("HRBR"), 7, QStringLiteral("HRBR")), emoticon = Emoticon(dir),
                       emoji = std::make_shared<CLxRichTextSnippetEmoji>(QStringLiteral("😀"), QStringLiteral("/no.png"));
         QVERIFY(Show(w, QSize(400, 80), {text, stock, emoticon, nullptr, emoji, Text(QStringLiteral(" end"))}));
         const QString emotionWord = emoticon->GetData()->ToPlainText();
-        QCOMPARE(w.textWithEmotionID(), QStringLiteral("a   b AAPL#emotion_17#😀 end"));
+        QCOMPARE(w.textWithEmotionID(), QStringLiteral("a   b HRBR#emotion_17#😀 end"));
         QList<int> types;
         for (auto it = w.document()->begin().begin(); !it.atEnd(); ++it) {
             const QTextCharFormat f = it.fragment().charFormat();
@@ -242,7 +242,7 @@ private slots:
         w.SetSelection(0, 3);
         QCOMPARE(w.GetSelectedText(), QStringLiteral("a  "));
         QCOMPARE(w.GetSelDataItems(), CLxRichText::SnippetList({text}));
-        w.SetSelection(w.document()->toPlainText().indexOf(QStringLiteral("AAPL")) - 1, 6);  // blank, stock, emoticon
+        w.SetSelection(w.document()->toPlainText().indexOf(QStringLiteral("HRBR")) - 1, 6);  // blank, stock, emoticon
         QCOMPARE(w.GetSelDataItems(), CLxRichText::SnippetList({text, stock, emoticon}));
         QVERIFY(!w.IsAllSelected());
         w.SelectAll();
@@ -251,7 +251,7 @@ private slots:
         w.setFocus();
         QGuiApplication::clipboard()->clear();
         QTest::keyClick(&w, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(QGuiApplication::clipboard()->text(), "a   b AAPL" + emotionWord + QStringLiteral("😀 end"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), "a   b HRBR" + emotionWord + QStringLiteral("😀 end"));
         w.ClearSelection();
         QVERIFY(!w.hasSelectedText());
         // Mouse drag selects; with selection disabled it does not.

@@ -47,7 +47,7 @@ private slots:
         QCOMPARE(emotion.ToPlainText(), lxstdui_multi_lang::rich_text_data_emotion::textEmotion());
         QCOMPARE(emotion.ToHtml(), QStringLiteral("<img src=\":/e/17.png\" >"));
         CLxRichTextDataStock stock;
-        stock.SetStockData(700, QStringLiteral("Tencent"));
+        stock.SetStockData(700, QStringLiteral("Tenvira"));
         QCOMPARE(stock.GetDisplayText(), QString());  // stored as given, nothing derived
         CLxRichTextDataLink link;
         link.SetLinkData(QStringLiteral("title"), QStringLiteral("https://a/"), CLxRichTextDataLink::LinkType_InApp);
@@ -203,8 +203,8 @@ private slots:
             s->CreatHtml(index, cfg);
             return s->GetHtml();
         };
-        const Snippet stock = Stock(QStringLiteral("Tencent<"));
-        QCOMPARE(html(stock, 3), "<a href=\"3\"" + style("ct_text_link") + ">Tencent&lt;</a>");
+        const Snippet stock = Stock(QStringLiteral("Tenvira<"));
+        QCOMPARE(html(stock, 3), "<a href=\"3\"" + style("ct_text_link") + ">Tenvira&lt;</a>");
         QCOMPARE(html(Link(QStringLiteral("a b"), QStringLiteral("https://x/")), 0),
                  "<a href=\"0\"  outline: none;" + style("ct_text_link") + ">a&nbsp;b</a>");
         QCOMPARE(html(Text(QStringLiteral("hi")), 5),
@@ -228,7 +228,7 @@ private slots:
         // picture tokens need one for their size and assert without.
         lxtest::AssertRecorder rec;
         stock->CreatHtml(2, nullptr);
-        QCOMPARE(stock->GetHtml(), "<a href=\"3\"" + style("ct_text_link") + ">Tencent&lt;</a>");
+        QCOMPARE(stock->GetHtml(), "<a href=\"3\"" + style("ct_text_link") + ">Tenvira&lt;</a>");
         auto own = Cfg();
         own->bBold = true;
         stock->SetConfig(own);

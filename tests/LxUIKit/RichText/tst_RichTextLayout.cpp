@@ -366,14 +366,14 @@ private slots:
         doc->documentLayout()->registerHandler(QTextFormat::UserObject + 10, stock);
         QTextCursor c(doc);
         c.insertText(QStringLiteral("buy "));
-        CLxTextBlockObjectHandlerBase::InsertTextBlock(c, QTextFormat::UserObject + 10, QStringLiteral("$AAPL$"),
+        CLxTextBlockObjectHandlerBase::InsertTextBlock(c, QTextFormat::UserObject + 10, QStringLiteral("$HRBR$"),
                                                        QStringLiteral("ct_text_red"));
         c.setPosition(5);
         const QTextCharFormat fmt = c.charFormat();
         QCOMPARE(fmt.objectType(), int(QTextFormat::UserObject + 10));
         const QFontMetricsF fm(TestFont());
-        QCOMPARE(stock->intrinsicSize(doc, 4, fmt), QSizeF(fm.horizontalAdvance(QStringLiteral("$AAPL$")),
-                                                           fm.boundingRect(QStringLiteral("$AAPL$")).height()));
+        QCOMPARE(stock->intrinsicSize(doc, 4, fmt), QSizeF(fm.horizontalAdvance(QStringLiteral("$HRBR$")),
+                                                           fm.boundingRect(QStringLiteral("$HRBR$")).height()));
         QImage img(80, 30, QImage::Format_ARGB32);
         img.fill(Qt::white);
         QPainter p(&img);
