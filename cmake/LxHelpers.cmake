@@ -32,3 +32,31 @@ function(lx_add_qt_test name)
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LX_PRODUCT_ROOT=${CMAKE_BINARY_DIR}/test-product/${name};ASAN_OPTIONS=detect_leaks=0;UBSAN_OPTIONS=print_stacktrace=1"
     TIMEOUT 300)
 endfunction()
+
+# lx_embed_translations(<out-var> NAME <resource> PREFIX <qrc-prefix> TS <files.ts...>)
+# Compiles Qt Linguist files with lrelease at build time and embeds the .qm files as a resource
+# under <qrc-prefix>; <out-var> receives the generated source to add to the target.
+function(lx_embed_translations out)
+  cmake_parse_arguments(A "" "NAME;PREFIX" "TS" ${ARGN})
+  qt5_add_translation(_qm ${A_TS})
+  set(_qrc ${CMAKE_CURRENT_BINARY_DIR}/${A_NAME}.qrc)
+  set(_content "<RCC><qresource prefix=\"${A_PREFIX}\">\n")
+  foreach(qm ${_qm})
+    get_filename_component(_n ${qm} NAME)
+    string(APPEND _content "  <file alias=\"${_n}\">${qm}</file>\n")
+  endforeach()
+  string(APPEND _content "</qresource></RCC>\n")
+  set(_old "")
+  if(EXISTS ${_qrc})
+    file(READ ${_qrc} _old)
+  endif()
+  if(NOT _old STREQUAL _content)  # unchanged resources are not compiled again
+    file(WRITE ${_qrc} "${_content}")
+  endif()
+  set(_cpp ${CMAKE_CURRENT_BINARY_DIR}/qrc_${A_NAME}.cpp)
+  add_custom_command(OUTPUT ${_cpp}
+    COMMAND Qt5::rcc -name ${A_NAME} ${_qrc} -o ${_cpp}
+    DEPENDS ${_qm} ${_qrc} VERBATIM)
+  set_source_files_properties(${_cpp} PROPERTIES SKIP_AUTOGEN ON)
+  set(${out} ${_cpp} PARENT_SCOPE)
+endfunction()

@@ -2,30 +2,17 @@
 // pixel bound, the still decode and the frames an animated picture would play. Whatever is
 // accepted must stay within the decoder's bounds.
 
+#include "FuzzApp.h"
+
 #include <LxUIKit/WebImage/LxWebImageDecoder.h>
 
 #include <QBuffer>
-#include <QGuiApplication>
 #include <QMovie>
 
 #include <cstdint>
 #include <cstdlib>
 
 namespace {
-
-void Quiet(QtMsgType, const QMessageLogContext&, const QString&) {}
-
-void EnsureApp() {
-    static QGuiApplication* s_pApp = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        qInstallMessageHandler(&Quiet);
-        static int argc = 1;
-        static char name[] = "fuzz_image_decode";
-        static char* argv[] = {name, nullptr};
-        return new QGuiApplication(argc, argv);
-    }();
-    (void)s_pApp;
-}
 
 constexpr qint64 kFuzzPixels = 1024 * 1024;
 
@@ -35,7 +22,7 @@ bool WithinBound(const QSize& size) { return qint64(size.width()) * size.height(
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    EnsureApp();
+    lx_fuzz::App();
     if (size > size_t(CLxWebImageDecoder::kMaxFileBytes))
         return 0;
     const QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data), int(size));

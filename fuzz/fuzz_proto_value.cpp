@@ -2,6 +2,8 @@
 // eight rich-text kinds (data items and snippets) from the tree, then writing them back. Nothing
 // may throw (an exception aborts here) and nothing may be undefined (the sanitizers watch).
 
+#include "FuzzApp.h"
+
 #include <LxCore/ProtoValue.h>
 #include <LxUIKit/RichText/LxRichTextDataEmoji.h>
 #include <LxUIKit/RichText/LxRichTextDataEmotion.h>
@@ -20,8 +22,6 @@
 #include <LxUIKit/RichText/LxRichTextSnippetText.h>
 #include <LxUIKit/RichText/LxRichTextSnippetUser.h>
 
-#include <QApplication>
-
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -30,17 +30,6 @@
 #include <string>
 
 namespace {
-
-QApplication* App() {
-    static QApplication* s_pApp = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int argc = 1;
-        static char arg0[] = "fuzz_proto_value";
-        static char* argv[] = {arg0, nullptr};
-        return new QApplication(argc, argv);
-    }();
-    return s_pApp;
-}
 
 // Every reader on this node, then on each member and element, depth-bounded by the parser.
 void ReadAll(const core::CProtoValue& v, int depth) {
@@ -126,7 +115,7 @@ void Run(const std::string& text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    App();
+    lx_fuzz::App();
     try {
         Run(std::string(reinterpret_cast<const char*>(data), size));
     } catch (const std::exception& e) {

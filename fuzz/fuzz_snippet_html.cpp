@@ -7,6 +7,8 @@
 // used, the rest is its UTF-8 text. The input's first byte also picks a line limit (0 to 3), so
 // both the kit's layout and Qt's lay the result out.
 
+#include "FuzzApp.h"
+
 #include <LxUIKit/RichText/LxRichText.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetEmoji.h>
@@ -18,7 +20,6 @@
 #include <LxUIKit/RichText/LxRichTextSnippetText.h>
 #include <LxUIKit/RichText/LxRichTextSnippetUser.h>
 
-#include <QApplication>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextFragment>
@@ -48,17 +49,6 @@ void Fail(const char* what, const QString& detail = QString()) {
     std::fprintf(stderr, "fuzz_snippet_html: %s %s\nmarkup: %s\n", what, Printable(detail).constData(),
                  Printable(g_strHtml).constData());
     std::abort();
-}
-
-QApplication* App() {
-    static QApplication* s_pApp = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int argc = 1;
-        static char arg0[] = "fuzz_snippet_html";
-        static char* argv[] = {arg0, nullptr};
-        return new QApplication(argc, argv);
-    }();
-    return s_pApp;
 }
 
 // Picture paths stay inside the resource system: nothing on disk is opened.
@@ -174,7 +164,7 @@ void Check(CLxRichText& w, const CLxRichText::SnippetList& snippets) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    App();
+    lx_fuzz::App();
     static CLxRichText* s_pWidget = [] {
         auto* w = new CLxRichText;
         w->resize(240, 200);

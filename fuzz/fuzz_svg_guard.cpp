@@ -2,10 +2,11 @@
 // accepts must load and render at bounded cost (libFuzzer's time and memory limits, and the
 // budget below for one document), and must never read a file.
 
+#include "FuzzApp.h"
+
 #include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
 
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -19,24 +20,10 @@ namespace {
 // Loading and rendering one accepted document into a 64 x 64 target.
 constexpr qint64 kBudgetMs = 2000;
 
-void Quiet(QtMsgType, const QMessageLogContext&, const QString&) {}
-
-void EnsureApp() {
-    static QGuiApplication* s_pApp = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        qInstallMessageHandler(&Quiet);
-        static int argc = 1;
-        static char name[] = "fuzz_svg_guard";
-        static char* argv[] = {name, nullptr};
-        return new QGuiApplication(argc, argv);
-    }();
-    (void)s_pApp;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    EnsureApp();
+    lx_fuzz::App();
     const QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data), int(size));
     QByteArray document;
     if (CLxSvgDocumentGuard::Check(bytes, document) != CLxSvgDocumentGuard::Verdict::Ok)

@@ -7,39 +7,63 @@
 #include <QPointer>
 #include <QTranslator>
 
+#include <map>
+
 namespace lxstdui_multi_lang {
 namespace {
-QPointer<QTranslator> g_pTranslator;
 
-}  // namespace
-}  // namespace lxstdui_multi_lang
-
-static void lxstdui_install_translator_at_startup() {
-    using namespace lxstdui_multi_lang;
-    ReloadTranslator();
-    QObject::connect(core::lang::Notifier::instance(), &core::lang::Notifier::languageChanged,
-                     QCoreApplication::instance(), [](int) { ReloadTranslator(); });
+struct FollowedTranslator {
+    QString strModule;
+    QPointer<QTranslator> pTranslator;
+    bool bFollowing = false;  // connected to language changes
+};
+// Keyed by file pattern; only touched on the GUI thread.
+std::map<QString, FollowedTranslator>& Followed() {
+    static std::map<QString, FollowedTranslator> s_map;
+    return s_map;
 }
 
-namespace lxstdui_multi_lang {
-
-void ReloadTranslator() {
+void Reload(const QString& pattern, FollowedTranslator& slot) {
     QCoreApplication* app = QCoreApplication::instance();
     if (!app)
         return;
-    if (g_pTranslator) {
-        QCoreApplication::removeTranslator(g_pTranslator);
-        delete g_pTranslator;
+    if (slot.pTranslator) {
+        QCoreApplication::removeTranslator(slot.pTranslator);
+        delete slot.pTranslator;
     }
-    const QString file = QStringLiteral(":/lxstdui/i18n/lxstdui_%1.qm").arg(core::lang::GetLanguageCode());
+    const QString file = pattern.arg(core::lang::GetLanguageCode());
     auto* tr = new QTranslator(app);
     if (!tr->load(file)) {
-        LX_LOG_ERROR("LxStdUI", "translation {} cannot be loaded", file);
+        LX_LOG_ERROR(slot.strModule.toUtf8().constData(), "translation {} cannot be loaded", file);
         delete tr;
         return;
     }
-    g_pTranslator = tr;
+    slot.pTranslator = tr;
     QCoreApplication::installTranslator(tr);
+}
+
+const QString kOwnPattern = QStringLiteral(":/lxstdui/i18n/lxstdui_%1.qm");
+
+}  // namespace
+
+void FollowLanguage(const QString& qmPattern, const char* module) {
+    FollowedTranslator& slot = Followed()[qmPattern];
+    slot.strModule = QString::fromUtf8(module ? module : "");
+    Reload(qmPattern, slot);
+    if (slot.bFollowing || !QCoreApplication::instance())
+        return;
+    slot.bFollowing = true;
+    QObject::connect(core::lang::Notifier::instance(), &core::lang::Notifier::languageChanged,
+                     QCoreApplication::instance(), [qmPattern](int) { Reload(qmPattern, Followed()[qmPattern]); });
+}
+
+void ReloadTranslator() {
+    auto& followed = Followed();
+    auto it = followed.find(kOwnPattern);
+    if (it == followed.end())
+        FollowLanguage(kOwnPattern, "LxStdUI");
+    else
+        Reload(kOwnPattern, it->second);
 }
 
 namespace gui_helper {
@@ -70,4 +94,5 @@ QString textLoadFailed() { return QCoreApplication::translate("common", "Failed 
 
 }  // namespace lxstdui_multi_lang
 
+static void lxstdui_install_translator_at_startup() { lxstdui_multi_lang::ReloadTranslator(); }
 Q_COREAPP_STARTUP_FUNCTION(lxstdui_install_translator_at_startup)

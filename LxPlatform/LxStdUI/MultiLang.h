@@ -10,6 +10,12 @@ namespace lxstdui_multi_lang {
 // Loads the translator for the current language now (done automatically at start-up).
 void ReloadTranslator();
 
+// Keeps a translator for the current language installed from compiled Linguist files named by a
+// pattern ("%1" is the language code, for example ":/app/i18n/app_%1.qm"), and swaps it whenever
+// the language changes. Hosts use it for their own texts; calling it again for the same pattern
+// only reloads. A file that cannot be loaded is logged under `module` and leaves no translator.
+void FollowLanguage(const QString& qmPattern, const char* module);
+
 namespace gui_helper {
 QString textTip();
 QString textPageLoadFailed();
