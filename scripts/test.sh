@@ -2,6 +2,7 @@
 # Builds the project and runs the whole test suite (QtTest through CTest, offscreen platform).
 #   scripts/test.sh              debug build in build/
 #   scripts/test.sh --sanitize   AddressSanitizer + UndefinedBehaviorSanitizer build in build-asan/
+#   scripts/test.sh --clang      the same suite built with clang in build-clang/
 # Extra arguments after "--" go to ctest (for example: scripts/test.sh -- -R zip).
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
@@ -14,6 +15,11 @@ if [ "${1:-}" = "--sanitize" ]; then
   cmake_args=(-DLX_SANITIZE=ON -DLX_BUILD_GALLERY=OFF -DLX_BUILD_BENCH=OFF)
   export ASAN_OPTIONS="detect_leaks=0:abort_on_error=1"
   export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
+elif [ "${1:-}" = "--clang" ]; then
+  shift
+  dir="${LX_BUILD_DIR:-$LX_ROOT/build-clang}"
+  LX_PACKAGES+=(clang)
+  export CC=clang CXX=clang++
 fi
 [ "${1:-}" = "--" ] && shift
 
