@@ -12,7 +12,6 @@
 #include <QStandardPaths>
 #include <QtTest>
 
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -57,26 +56,6 @@ QString CraftArchive(const QString& path, const QList<QPair<QString, QByteArray>
         w.addSymLink(link, linkTarget);
     w.close();
     return path;
-}
-
-struct Usage {
-    qint64 i64PeakRss;  // bytes, the process's high-water mark
-    double dCpuSeconds;
-};
-
-Usage UsageNow() {
-    rusage ru{};
-    ::getrusage(RUSAGE_SELF, &ru);
-    const auto secs = [](const timeval& tv) { return double(tv.tv_sec) + double(tv.tv_usec) / 1e6; };
-    return {qint64(ru.ru_maxrss) * 1024, secs(ru.ru_utime) + secs(ru.ru_stime)};
-}
-
-qint64 CurrentRss() {
-    QFile statm(QStringLiteral("/proc/self/statm"));
-    if (!statm.open(QIODevice::ReadOnly))
-        return 0;
-    const QList<QByteArray> fields = statm.readAll().split(' ');
-    return fields.size() > 1 ? fields[1].toLongLong() * ::sysconf(_SC_PAGESIZE) : 0;
 }
 
 int Run(const QString& program, const QStringList& args, const QString& cwd, const QString& stdoutFile = QString()) {
@@ -436,16 +415,13 @@ void TestZip::hostileArchivesAreRefused() {
     constexpr double kCpuCeilingSeconds = 2.0;
     lxtest::WriteFile(P("x.zip"), archive);
     lxtest::LogCapture capture;
-    const qint64 rssBefore = CurrentRss();
-    const Usage before = UsageNow();
+    const lxtest::CostMeter cost;
     QVERIFY(!_zip::ExtractDir(P("x.zip"), P("dest")));
-    const Usage after = UsageNow();
     QVERIFY2(capture.contains(log), qPrintable(capture.texts().join(QLatin1Char('\n'))));
     // No file that failed its checks under its final name, and no part file left behind.
     QCOMPARE(Tree(P("dest")), tree);
-    QVERIFY2(after.i64PeakRss <= rssBefore + kMemoryCeiling, qPrintable(QString::number(after.i64PeakRss - rssBefore)));
-    QVERIFY2(after.dCpuSeconds - before.dCpuSeconds < kCpuCeilingSeconds,
-             qPrintable(QString::number(after.dCpuSeconds - before.dCpuSeconds)));
+    QVERIFY2(cost.PeakAboveStartBytes() <= kMemoryCeiling, qPrintable(QString::number(cost.PeakAboveStartBytes())));
+    QVERIFY2(cost.CpuSeconds() < kCpuCeilingSeconds, qPrintable(QString::number(cost.CpuSeconds())));
 }
 
 void TestZip::largeFilesStreamInBoundedMemory() {
@@ -458,15 +434,12 @@ void TestZip::largeFilesStreamInBoundedMemory() {
     QFile f(P("big/zero.bin"));
     QVERIFY(f.open(QIODevice::WriteOnly) && f.resize(kFileBytes));
     f.close();
-    const qint64 rssBefore = CurrentRss();
-    const Usage before = UsageNow();
+    const lxtest::CostMeter cost;
     QVERIFY(_zip::CompressDir(P("big"), P("big.zip")));
     QVERIFY(_zip::ExtractDir(P("big.zip"), P("x")));
-    const Usage after = UsageNow();
     QCOMPARE(QFileInfo(P("x/big/zero.bin")).size(), kFileBytes);  // and its CRC checked on the way
-    QVERIFY2(after.i64PeakRss <= rssBefore + kMemoryCeiling, qPrintable(QString::number(after.i64PeakRss - rssBefore)));
-    QVERIFY2(after.dCpuSeconds - before.dCpuSeconds < kCpuCeilingSeconds,
-             qPrintable(QString::number(after.dCpuSeconds - before.dCpuSeconds)));
+    QVERIFY2(cost.PeakAboveStartBytes() <= kMemoryCeiling, qPrintable(QString::number(cost.PeakAboveStartBytes())));
+    QVERIFY2(cost.CpuSeconds() < kCpuCeilingSeconds, qPrintable(QString::number(cost.CpuSeconds())));
 }
 
 void TestZip::readsWhatOtherToolsWrite_data() {

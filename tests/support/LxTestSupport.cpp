@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <LxCore/ProductPath.h>
 
@@ -103,9 +104,23 @@ double CpuNow(long* pPeakKiB) {
     return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
            double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
+
+qint64 ResidentBytes() {
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    if (!statm.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> fields = statm.readAll().split(' ');
+    return fields.size() > 1 ? fields[1].toLongLong() * ::sysconf(_SC_PAGESIZE) : 0;
+}
 }  // namespace
 
-CostMeter::CostMeter() { m_dCpuStart = CpuNow(&m_lPeakStartKiB); }
+CostMeter::CostMeter() : m_i64RssStart(ResidentBytes()) { m_dCpuStart = CpuNow(&m_lPeakStartKiB); }
+
+qint64 CostMeter::PeakAboveStartBytes() const {
+    long peak = 0;
+    CpuNow(&peak);
+    return qint64(peak) * 1024 - m_i64RssStart;
+}
 
 double CostMeter::CpuSeconds() const { return CpuNow(nullptr) - m_dCpuStart; }
 

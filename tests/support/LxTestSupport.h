@@ -78,10 +78,14 @@ public:
     CostMeter();
     double CpuSeconds() const;
     double PeakGrowthMiB() const;
+    // How far the peak resident size now lies above the resident size at construction: the
+    // memory a piece of work needed at its worst, whatever the process's earlier peak.
+    qint64 PeakAboveStartBytes() const;
 
 private:
     double m_dCpuStart = 0;
     long m_lPeakStartKiB = 0;
+    qint64 m_i64RssStart = 0;
 };
 
 // Open file descriptors of this process (entries of /proc/self/fd).
