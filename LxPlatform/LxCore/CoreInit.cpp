@@ -1,6 +1,6 @@
 #include <LxCore/CoreInit.h>
 
-#include <LxCore/LxLog.h>
+#include <LxCore/LxCoreLog_p.h>
 #include <LxCore/Scheme.h>
 
 namespace core {
@@ -14,8 +14,8 @@ CoreInitParam& Param() {
 void InitCore(const CoreInitParam& param) {
     Param() = param;
     scheme::RegisterUnknowSchemeCallBack(param.fnLoadSchemeUrlFailed);
-    LX_LOG_INFO("LxCore", "core initialised (archive functions: {}, scheme failure handler: {})",
-                param.fnExtractDir ? "yes" : "no", param.fnLoadSchemeUrlFailed ? "yes" : "no");
+    LXCORE_LOG_INFO("core initialised (archive functions: {}, scheme failure handler: {})",
+                    param.fnExtractDir ? "yes" : "no", param.fnLoadSchemeUrlFailed ? "yes" : "no");
 }
 
 const CoreInitParam& GetCoreInitParam() { return Param(); }
@@ -23,21 +23,21 @@ const CoreInitParam& GetCoreInitParam() { return Param(); }
 namespace archive {
 bool ExtractDir(const QString& zipPath, const QString& destDir) {
     if (!Param().fnExtractDir) {
-        LX_LOG_ERROR("LxCore", "no archive extractor installed; cannot extract {}", zipPath);
+        LXCORE_LOG_ERROR("no archive extractor installed; cannot extract {}", zipPath);
         return false;
     }
     return Param().fnExtractDir(zipPath, destDir);
 }
 bool CompressDir(const QString& srcDir, const QString& zipPath) {
     if (!Param().fnCompressDir) {
-        LX_LOG_ERROR("LxCore", "no archive compressor installed; cannot pack {}", srcDir);
+        LXCORE_LOG_ERROR("no archive compressor installed; cannot pack {}", srcDir);
         return false;
     }
     return Param().fnCompressDir(srcDir, zipPath);
 }
 bool CompressFiles(const std::vector<QString>& files, const QString& zipPath) {
     if (!Param().fnCompressFiles) {
-        LX_LOG_ERROR("LxCore", "no archive compressor installed; cannot write {}", zipPath);
+        LXCORE_LOG_ERROR("no archive compressor installed; cannot write {}", zipPath);
         return false;
     }
     return Param().fnCompressFiles(files, zipPath);

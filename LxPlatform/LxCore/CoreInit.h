@@ -3,6 +3,7 @@
 // block (gui::GetCoreInitParamVeryFirst); the core keeps it so lower layers can pack and unpack
 // archives and report page-load failures without linking the kit.
 
+#include <LxCore/LxCoreExport.h>
 #include <QObject>
 #include <QString>
 
@@ -11,7 +12,7 @@
 
 namespace core {
 
-struct CoreInitParam {
+struct LXCORE_EXPORT CoreInitParam {
     std::function<bool(const QString& zipPath, const QString& destDir)> fnExtractDir;
     std::function<bool(const QString& srcDir, const QString& zipPath)> fnCompressDir;
     std::function<bool(const std::vector<QString>& files, const QString& zipPath)> fnCompressFiles;
@@ -19,14 +20,14 @@ struct CoreInitParam {
 };
 
 // Stores the block and registers its scheme-failure handler as the unknown-scheme callback.
-void InitCore(const CoreInitParam& param);
-const CoreInitParam& GetCoreInitParam();
+LXCORE_EXPORT void InitCore(const CoreInitParam& param);
+LXCORE_EXPORT const CoreInitParam& GetCoreInitParam();
 
 namespace archive {
 // Forward to the functions of the init block; false (with a log line) when none was given.
-bool ExtractDir(const QString& zipPath, const QString& destDir);
-bool CompressDir(const QString& srcDir, const QString& zipPath);
-bool CompressFiles(const std::vector<QString>& files, const QString& zipPath);
+LXCORE_EXPORT bool ExtractDir(const QString& zipPath, const QString& destDir);
+LXCORE_EXPORT bool CompressDir(const QString& srcDir, const QString& zipPath);
+LXCORE_EXPORT bool CompressFiles(const std::vector<QString>& files, const QString& zipPath);
 }  // namespace archive
 
 }  // namespace core

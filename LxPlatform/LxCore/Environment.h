@@ -2,18 +2,19 @@
 // What the product knows about where it runs: device id, client type, version, language, edition.
 // The device id is derived from the machine id (stable across runs and users of one machine).
 
+#include <LxCore/LxCoreExport.h>
 #include <QObject>
 #include <QString>
 
 namespace core {
 namespace environment {
 
-QString GetDeviceId();          // 16 hex digits, stable per machine
-int GetClientType();            // 1: desktop Linux, 2: desktop Windows, 3: desktop macOS
-QString GetAppVersion();        // application version, "0.0.0" when the host set none
-QString GetServerLanguage();    // "zh-CN" or "en-US", from the current language id
-bool IsInternationalEdition();  // the edition flag; set by the host
-void SetInternationalEdition(bool bInternational);
+LXCORE_EXPORT QString GetDeviceId();          // 16 hex digits, stable per machine
+LXCORE_EXPORT int GetClientType();            // 1: desktop Linux, 2: desktop Windows, 3: desktop macOS
+LXCORE_EXPORT QString GetAppVersion();        // application version, "0.0.0" when the host set none
+LXCORE_EXPORT QString GetServerLanguage();    // "zh-CN" or "en-US", from the current language id
+LXCORE_EXPORT bool IsInternationalEdition();  // the edition flag; set by the host
+LXCORE_EXPORT void SetInternationalEdition(bool bInternational);
 
 }  // namespace environment
 
@@ -21,12 +22,12 @@ namespace lang {
 
 enum LanguageId : int { kLangZhCN = 1, kLangEnUS = 2 };
 
-int GetLanguageId();
+LXCORE_EXPORT int GetLanguageId();
 // Changes the language; emits Notifier::languageChanged when it really changed.
-void SetLanguageId(int i32LangId);
-QString GetLanguageCode();  // "zh_CN" / "en_US"
+LXCORE_EXPORT void SetLanguageId(int i32LangId);
+LXCORE_EXPORT QString GetLanguageCode();  // "zh_CN" / "en_US"
 
-class Notifier : public QObject {
+class LXCORE_EXPORT Notifier : public QObject {
     Q_OBJECT
 public:
     static Notifier* instance();

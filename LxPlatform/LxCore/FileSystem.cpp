@@ -1,7 +1,7 @@
 #include <LxCore/FileSystem.h>
 
 #include <LxCore/FrameWork.h>
-#include <LxCore/LxLog.h>
+#include <LxCore/LxCoreLog_p.h>
 
 #include <QDir>
 #include <QFile>
@@ -28,7 +28,7 @@ bool IsDirExist(const QString& path) {
 bool ReadFile(const QString& path, QByteArray& out) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) {
-        LX_LOG_WARN("LxCore", "cannot read {}: {}", path, f.errorString());
+        LXCORE_LOG_WARN("cannot read {}: {}", path, f.errorString());
         return false;
     }
     out = f.readAll();
@@ -40,7 +40,7 @@ bool WriteFile(const QString& path, const QByteArray& data) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile f(path);
     if (!f.open(QIODevice::WriteOnly) || f.write(data) != data.size() || !f.commit()) {
-        LX_LOG_WARN("LxCore", "cannot write {}: {}", path, f.errorString());
+        LXCORE_LOG_WARN("cannot write {}: {}", path, f.errorString());
         return false;
     }
     FrameWork::AddIOWrite(path, uint64_t(data.size()));
@@ -51,7 +51,7 @@ bool AppendFile(const QString& path, const QByteArray& data) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile f(path);
     if (!f.open(QIODevice::WriteOnly | QIODevice::Append) || f.write(data) != data.size()) {
-        LX_LOG_WARN("LxCore", "cannot append to {}: {}", path, f.errorString());
+        LXCORE_LOG_WARN("cannot append to {}: {}", path, f.errorString());
         return false;
     }
     FrameWork::AddIOWrite(path, uint64_t(data.size()));

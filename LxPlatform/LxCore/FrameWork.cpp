@@ -11,6 +11,7 @@
 #include <QMutexLocker>
 #include <QThread>
 
+#include <atomic>
 #include <cstdio>
 
 namespace FrameWork {
@@ -91,8 +92,14 @@ bool IsMainThread() {
     return app && QThread::currentThread() == app->thread();
 }
 
+// The handler that was installed before ours: every Qt message is passed on to it, so a host's
+// own handler (or Qt's default one, which prints to stderr) keeps working.
+std::atomic<QtMessageHandler> g_previousQtHandler{nullptr};
+
 void ForwardQtMessage(QtMsgType type, const QMessageLogContext& ctx, const QString& msg) {
     WriteLogRaw(ctx.file ? ctx.file : "", ctx.line, ctx.function ? ctx.function : "", kLogQt, "#Qt#", msg);
+    if (const QtMessageHandler previous = g_previousQtHandler.load())
+        previous(type, ctx, msg);
     if (type == QtFatalMsg)
         abort();
 }
@@ -159,7 +166,7 @@ void WriteLogRaw(const char* file, int line, const char* function, int level, co
         hook = s.hook;
     }
 #ifndef NDEBUG
-    if (level != kLogQt || qEnvironmentVariableIsSet("LX_LOG_QT_STDERR")) {
+    if (level != kLogQt) {  // Qt's messages reach stderr through the handler we pass them on to
         fwrite(record.constData(), 1, size_t(record.size()), stderr);
     }
 #endif
@@ -260,7 +267,12 @@ void AddIOWrite(const QString& path, uint64_t bytes) {
     io.u64WriteBytes += bytes;
 }
 
-QtMessageHandler InstallQtMessageHandler() { return qInstallMessageHandler(ForwardQtMessage); }
+QtMessageHandler InstallQtMessageHandler() {
+    const QtMessageHandler replaced = qInstallMessageHandler(ForwardQtMessage);
+    if (replaced != ForwardQtMessage)  // installing twice must not make the handler call itself
+        g_previousQtHandler.store(replaced);
+    return replaced;
+}
 
 }  // namespace FrameWork
 

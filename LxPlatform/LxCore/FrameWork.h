@@ -9,6 +9,7 @@
 // Assertions are soft: _FW_OnAssertFailed logs the failure and returns, unless a handler was
 // installed (tests install one to count and read assertions).
 
+#include <LxCore/LxCoreExport.h>
 #include <QString>
 #include <QtGlobal>
 
@@ -34,9 +35,9 @@ enum LogLevel : int {
 };
 
 // Short name of a level ("INFO", "WARN", ...); "LOG" for unknown codes.
-const char* LogLevelName(int level);
+LXCORE_EXPORT const char* LogLevelName(int level);
 
-struct LogContext {
+struct LXCORE_EXPORT LogContext {
     int64_t i64TimeMs = 0;  // local wall clock, ms since epoch
     uint64_t u64ThreadId = 0;
     bool bMainThread = false;
@@ -48,7 +49,7 @@ struct LogContext {
     QString strText;
 };
 
-struct LogCallSite {
+struct LXCORE_EXPORT LogCallSite {
     std::string strModule;
     std::string strFile;
     std::string strFunction;
@@ -57,33 +58,34 @@ struct LogCallSite {
     uint64_t u64Count = 0;
 };
 
-struct LogStatisticsContext {
+struct LXCORE_EXPORT LogStatisticsContext {
     std::vector<LogCallSite> vecCallSites;     // one row per (file, line)
     std::map<int, uint64_t> mapCountPerLevel;  // level code -> records
     std::map<std::string, uint64_t> mapCountPerModule;
     uint64_t u64Total = 0;
 };
 
-void WriteLogRaw(const char* file, int line, const char* function, int level, const char* module, const QString& text);
-void WriteLogRaw(const char* file, int line, const char* function, int level, const char* module,
-                 const std::string& text);
+LXCORE_EXPORT void WriteLogRaw(const char* file, int line, const char* function, int level, const char* module,
+                               const QString& text);
+LXCORE_EXPORT void WriteLogRaw(const char* file, int line, const char* function, int level, const char* module,
+                               const std::string& text);
 
-LogStatisticsContext GetLogStatistics();
-void ResetLogStatistics();
+LXCORE_EXPORT LogStatisticsContext GetLogStatistics();
+LXCORE_EXPORT void ResetLogStatistics();
 
 // Path of the current log file (may not exist until the first record).
-QString GetLogFilePath();
+LXCORE_EXPORT QString GetLogFilePath();
 // Size bound of one log file before it rotates to .1, .2 ... (kept: 3 old files).
-void SetLogFileSizeLimit(qint64 bytes);
+LXCORE_EXPORT void SetLogFileSizeLimit(qint64 bytes);
 
 // Hook that receives every record, from whatever thread wrote it. One hook at a time; an empty
 // function removes it. The name is historical: the developer tools use it to feed the log viewer.
 using StdOutCallback = std::function<void(const LogContext&)>;
-void _FW_InitStdOutInMainThread(StdOutCallback callback);
+LXCORE_EXPORT void _FW_InitStdOutInMainThread(StdOutCallback callback);
 
 // Soft assertion. `file` is the source path; the extension is dropped in the record.
-void _FW_OnAssertFailed(const char* module, const char* file, int line, const char* expression);
-struct AssertInfo {
+LXCORE_EXPORT void _FW_OnAssertFailed(const char* module, const char* file, int line, const char* expression);
+struct LXCORE_EXPORT AssertInfo {
     std::string strModule;
     std::string strFile;  // without extension, e.g. "LxPlatform/LxUIKit/LUIKitReport"
     int i32Line = 0;
@@ -91,24 +93,25 @@ struct AssertInfo {
 };
 using AssertHandler = std::function<void(const AssertInfo&)>;
 // Returns the previous handler. With a handler installed the failure is still logged.
-AssertHandler SetAssertHandler(AssertHandler handler);
+LXCORE_EXPORT AssertHandler SetAssertHandler(AssertHandler handler);
 
 // Asserts (expression "InMainThread") when called off the GUI thread. Returns whether on it.
-bool _FW_AssertInMainThread(const char* module, const char* file, int line);
+LXCORE_EXPORT bool _FW_AssertInMainThread(const char* module, const char* file, int line);
 
 // Per-path IO counters, fed by core::fs helpers.
-struct IOStatistic {
+struct LXCORE_EXPORT IOStatistic {
     uint64_t u64ReadCount = 0;
     uint64_t u64ReadBytes = 0;
     uint64_t u64WriteCount = 0;
     uint64_t u64WriteBytes = 0;
 };
-std::map<QString, IOStatistic> GetIOStaticstic();
-void AddIORead(const QString& path, uint64_t bytes);
-void AddIOWrite(const QString& path, uint64_t bytes);
+LXCORE_EXPORT std::map<QString, IOStatistic> GetIOStaticstic();
+LXCORE_EXPORT void AddIORead(const QString& path, uint64_t bytes);
+LXCORE_EXPORT void AddIOWrite(const QString& path, uint64_t bytes);
 
-// Installs the Qt message handler; done automatically when QCoreApplication starts. Returns the
-// handler it replaced.
-QtMessageHandler InstallQtMessageHandler();
+// Installs the Qt message handler; done automatically when QCoreApplication starts. Every message
+// is logged, then passed on to the handler that was installed before (Qt's default one prints it).
+// Returns the handler it replaced.
+LXCORE_EXPORT QtMessageHandler InstallQtMessageHandler();
 
 }  // namespace FrameWork

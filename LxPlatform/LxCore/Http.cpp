@@ -1,7 +1,7 @@
 #include <LxCore/Http.h>
 
 #include <LxCore/FrameWork.h>
-#include <LxCore/LxLog.h>
+#include <LxCore/LxCoreLog_p.h>
 #include <LxCore/Post.h>
 
 #include <QCoreApplication>
@@ -122,8 +122,8 @@ void Finish(RequestId id) {
         resp.body = reply->readAll();
     }
     if (!resp.Ok())
-        LX_LOG_WARN("LxCore", "http {} failed: network error {}, status {}, {}", reply->url().toString(),
-                    resp.i32NetworkError, resp.i32HttpStatus, resp.strError);
+        LXCORE_LOG_WARN("http {} failed: network error {}, status {}, {}", reply->url().toString(),
+                        resp.i32NetworkError, resp.i32HttpStatus, resp.strError);
     if (run->onDone)
         run->onDone(resp);
 }
@@ -143,7 +143,7 @@ void StartOnMain(RequestId id, const Request& req, DoneCallback onDone, Progress
         nreq.setRawHeader(it.key(), it.value());
 
     auto fail = [&](const QString& why) {
-        LX_LOG_WARN("LxCore", "http {} not started: {}", req.strUrl, why);
+        LXCORE_LOG_WARN("http {} not started: {}", req.strUrl, why);
         Response resp;
         resp.i32NetworkError = int(QNetworkReply::ProtocolInvalidOperationError);
         resp.strError = why;
@@ -228,7 +228,7 @@ RequestId Start(const Request& request, DoneCallback onDone, ProgressCallback on
 }
 
 bool Cancel(RequestId id) {
-    LX_ASSERT_MAIN_THREAD("LxCore");
+    LXCORE_ASSERT_MAIN_THREAD();
     auto it = g_running.find(id);
     if (it == g_running.end())
         return false;

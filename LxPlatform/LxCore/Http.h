@@ -7,6 +7,7 @@
 // "<saveToFile>.part" while it arrives and renamed into place on success, so a failed download
 // never leaves a partial file under the final name.
 
+#include <LxCore/LxCoreExport.h>
 #include <QByteArray>
 #include <QList>
 #include <QMap>
@@ -20,14 +21,14 @@ namespace core {
 namespace network {
 namespace http {
 
-struct FileField {
+struct LXCORE_EXPORT FileField {
     QString strName;         // form field name
     QString strFilePath;     // file to send
     QString strFileName;     // file name announced to the server (default: the file's name)
     QByteArray contentType;  // default application/octet-stream
 };
 
-struct Request {
+struct LXCORE_EXPORT Request {
     Request() = default;
     Request(const QString& url) : strUrl(url) {}  // NOLINT: a GET of one URL reads best as {url}
 
@@ -44,7 +45,7 @@ struct Request {
     qint64 i64MaxBodyBytes = 0;
 };
 
-struct Response {
+struct LXCORE_EXPORT Response {
     int i32NetworkError = 0;  // QNetworkReply::NetworkError; 0 is success
     int i32HttpStatus = 0;    // 0 when no HTTP answer came
     QString strError;
@@ -60,10 +61,10 @@ using RequestId = uint64_t;
 using DoneCallback = std::function<void(const Response&)>;
 using ProgressCallback = std::function<void(qint64 received, qint64 total)>;
 
-RequestId Start(const Request& request, DoneCallback onDone, ProgressCallback onProgress = {});
+LXCORE_EXPORT RequestId Start(const Request& request, DoneCallback onDone, ProgressCallback onProgress = {});
 // Returns true when a running request was cancelled.
-bool Cancel(RequestId id);
-int RunningCount();
+LXCORE_EXPORT bool Cancel(RequestId id);
+LXCORE_EXPORT int RunningCount();
 
 }  // namespace http
 }  // namespace network

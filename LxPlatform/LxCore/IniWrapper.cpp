@@ -1,6 +1,6 @@
 #include <LxCore/IniWrapper.h>
 
-#include <LxCore/LxLog.h>
+#include <LxCore/LxCoreLog_p.h>
 #include <LxCore/ProductPath.h>
 
 namespace core {
@@ -47,7 +47,7 @@ bool CIniWrapper::SetValue(const QString& section, const QString& key, const QVa
     m_pSettings->setValue(Key(section, key), value);
     m_pSettings->sync();
     if (m_pSettings->status() != QSettings::NoError) {
-        LX_LOG_WARN("LxCore", "cannot write setting {} to {}", Key(section, key), GetFilePath());
+        LXCORE_LOG_WARN("cannot write setting {} to {}", Key(section, key), GetFilePath());
         return false;
     }
     return true;

@@ -2,6 +2,7 @@
 // CIniWrapper: typed access to one INI file through QSettings (IniFormat). Each call addresses
 // "section/key"; writes are synced to disk at once so a crash loses nothing.
 
+#include <LxCore/LxCoreExport.h>
 #include <QSettings>
 #include <QString>
 #include <QVariant>
@@ -10,7 +11,7 @@
 
 namespace core {
 
-class CIniWrapper {
+class LXCORE_EXPORT CIniWrapper {
 public:
     explicit CIniWrapper(const QString& strFilePath);
 
@@ -31,8 +32,8 @@ private:
 // Application boolean settings ("dev_auto_open_std_out" and the like), kept in the product's
 // settings file, section "AppSettings".
 namespace app_setting {
-bool GetBool(const QString& key, bool def = false);
-bool SetBool(const QString& key, bool value);
+LXCORE_EXPORT bool GetBool(const QString& key, bool def = false);
+LXCORE_EXPORT bool SetBool(const QString& key, bool value);
 }  // namespace app_setting
 
 }  // namespace core

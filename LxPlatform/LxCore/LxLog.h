@@ -1,34 +1,18 @@
 #pragma once
-// Logging and soft-assertion macros. Every library uses these; nobody calls WriteLogRaw or
-// _FW_OnAssertFailed by hand, so file, line and function are always right.
+// Logging and soft-assertion macros, with the module named at each use. Nobody calls WriteLogRaw
+// or _FW_OnAssertFailed by hand, so file, line and function are always right.
 //
-//   LX_LOG_INFO("LxUIKit", "url = {}", url);
-//   LXUIKIT_LOG_WARN("file {} missing", path);
-//   LXUIKIT_ASSERT_RETURN(m_pLayout, false);
+//   LX_LOG_INFO("MyHost", "{} rows", count);
+//   LX_ASSERT_RETURN("MyHost", m_pLayout, false);
 //
-// fmt formats QString arguments (see the formatter below).
+// Arguments are formatted with fmt "{}" patterns. This header teaches fmt nothing about Qt types:
+// a host that logs QString values adds its own fmt::formatter (the libraries keep theirs private,
+// so they never clash with a host's). Each library of the kit has its own family of these macros
+// that names the library as the module.
 
 #include <LxCore/FrameWork.h>
 
 #include <fmt/format.h>
-#include <QByteArray>
-#include <QString>
-
-template <>
-struct fmt::formatter<QString> : fmt::formatter<fmt::string_view> {
-    template <typename Ctx>
-    auto format(const QString& s, Ctx& ctx) const -> decltype(ctx.out()) {
-        const QByteArray utf8 = s.toUtf8();
-        return fmt::formatter<fmt::string_view>::format(fmt::string_view(utf8.constData(), size_t(utf8.size())), ctx);
-    }
-};
-template <>
-struct fmt::formatter<QByteArray> : fmt::formatter<fmt::string_view> {
-    template <typename Ctx>
-    auto format(const QByteArray& s, Ctx& ctx) const -> decltype(ctx.out()) {
-        return fmt::formatter<fmt::string_view>::format(fmt::string_view(s.constData(), size_t(s.size())), ctx);
-    }
-};
 
 namespace lx_log_detail {
 // Formats without ever throwing: a bad pattern becomes a visible marker instead of an exception.
@@ -50,11 +34,6 @@ std::string Format(fmt::string_view pattern, const Args&... args) noexcept {
 #define LX_LOG_WARN(module, ...) LX_LOG(::FrameWork::kLogWarning, module, __VA_ARGS__)
 #define LX_LOG_ERROR(module, ...) LX_LOG(::FrameWork::kLogError, module, __VA_ARGS__)
 
-#define LXUIKIT_LOG_DEBUG(...) LX_LOG_DEBUG("LxUIKit", __VA_ARGS__)
-#define LXUIKIT_LOG_INFO(...) LX_LOG_INFO("LxUIKit", __VA_ARGS__)
-#define LXUIKIT_LOG_WARN(...) LX_LOG_WARN("LxUIKit", __VA_ARGS__)
-#define LXUIKIT_LOG_ERROR(...) LX_LOG_ERROR("LxUIKit", __VA_ARGS__)
-
 // Raises the soft assertion with the literal expression text; evaluates to the condition.
 #define LX_ASSERT(module, cond) \
     (static_cast<bool>(cond) ? true : (::FrameWork::_FW_OnAssertFailed((module), __FILE__, __LINE__, #cond), false))
@@ -67,12 +46,11 @@ std::string Format(fmt::string_view pattern, const Args&... args) noexcept {
 #define LX_ASSERT_AT(module, cond, line) \
     (static_cast<bool>(cond) ? true : (::FrameWork::_FW_OnAssertFailed((module), __FILE__, (line), #cond), false))
 
-#define LXUIKIT_ASSERT(cond) LX_ASSERT("LxUIKit", cond)
-#define LXUIKIT_ASSERT_AT(cond, line) LX_ASSERT_AT("LxUIKit", cond, line)
-#define LXUIKIT_ASSERT_RETURN(cond, ...) \
-    do {                                 \
-        if (!LXUIKIT_ASSERT(cond))       \
-            return __VA_ARGS__;          \
+// Raises the soft assertion and returns from the calling function (with the value given, if any).
+#define LX_ASSERT_RETURN(module, cond, ...) \
+    do {                                    \
+        if (!LX_ASSERT(module, cond))       \
+            return __VA_ARGS__;             \
     } while (0)
 
 #define LX_ASSERT_MAIN_THREAD(module) ::FrameWork::_FW_AssertInMainThread((module), __FILE__, __LINE__)

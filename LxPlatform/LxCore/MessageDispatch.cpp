@@ -1,6 +1,6 @@
 #include <LxCore/MessageDispatch.h>
 
-#include <LxCore/LxLog.h>
+#include <LxCore/LxCoreLog_p.h>
 #include <LxCore/Post.h>
 
 #include <algorithm>
@@ -11,9 +11,9 @@ _CMessageDispatch* _CMessageDispatch::instance() {
 }
 
 uint64_t _CMessageDispatch::Bind(int i32MsgId, QObject* owner, Handler handler) {
-    if (!LX_ASSERT("LxCore", owner && handler))
+    if (!LXCORE_ASSERT(owner && handler))
         return 0;
-    LX_ASSERT_MAIN_THREAD("LxCore");
+    LXCORE_ASSERT_MAIN_THREAD();
     Prune();
     const uint64_t id = m_u64NextId++;
     m_vecBindings.push_back(Binding{id, i32MsgId, owner, std::move(handler)});
@@ -27,7 +27,7 @@ void _CMessageDispatch::Unbind(uint64_t u64BindingId) {
 }
 
 int _CMessageDispatch::Dispatch(int i32MsgId, const core::CProtoValue& params) {
-    LX_ASSERT_MAIN_THREAD("LxCore");
+    LXCORE_ASSERT_MAIN_THREAD();
     // Handlers may bind or unbind while we iterate, so work on a snapshot of the ids.
     std::vector<uint64_t> ids;
     for (const Binding& b : m_vecBindings)

@@ -3,6 +3,7 @@
 // follow the main window this way). A binding lives as long as its owner object: once the owner is
 // destroyed it is never called again. Dispatch runs on the GUI thread; Post queues from any thread.
 
+#include <LxCore/LxCoreExport.h>
 #include <LxCore/ProtoValue.h>
 
 #include <QObject>
@@ -12,7 +13,7 @@
 #include <functional>
 #include <vector>
 
-class _CMessageDispatch {
+class LXCORE_EXPORT _CMessageDispatch {
 public:
     using Handler = std::function<void(int i32MsgId, const core::CProtoValue& params)>;
 

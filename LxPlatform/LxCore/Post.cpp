@@ -1,6 +1,6 @@
 #include <LxCore/Post.h>
 
-#include <LxCore/LxLog.h>
+#include <LxCore/LxCoreLog_p.h>
 
 #include <QCoreApplication>
 #include <QMetaObject>
@@ -12,7 +12,7 @@ namespace post {
 void ToMain(std::function<void()> task) {
     QCoreApplication* app = QCoreApplication::instance();
     if (!app || !task) {
-        LX_LOG_WARN("LxCore", "post::ToMain dropped a task: {}", app ? "empty task" : "no application");
+        LXCORE_LOG_WARN("post::ToMain dropped a task: {}", app ? "empty task" : "no application");
         return;
     }
     QMetaObject::invokeMethod(app, std::move(task), Qt::QueuedConnection);

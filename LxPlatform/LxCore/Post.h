@@ -3,13 +3,14 @@
 // A task that touches an object must guard it with a QPointer captured by value: the object may
 // be gone when the task runs.
 
+#include <LxCore/LxCoreExport.h>
 #include <functional>
 
 namespace core {
 namespace post {
 
-void ToMain(std::function<void()> task);
-void ToMainDelay(std::function<void()> task, int i32DelayMs);
+LXCORE_EXPORT void ToMain(std::function<void()> task);
+LXCORE_EXPORT void ToMainDelay(std::function<void()> task, int i32DelayMs);
 
 }  // namespace post
 }  // namespace core

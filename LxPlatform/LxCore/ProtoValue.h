@@ -12,6 +12,7 @@
 //    unsigned readers;
 //  - NaN, null, missing keys, strings, booleans, arrays and objects read as 0.
 
+#include <LxCore/LxCoreExport.h>
 #include <json/value.h>
 
 #include <cstdint>
@@ -21,7 +22,7 @@
 
 namespace core {
 
-class CProtoValue {
+class LXCORE_EXPORT CProtoValue {
 public:
     CProtoValue();  // an empty object
     CProtoValue(int v);

@@ -1,7 +1,8 @@
 #pragma once
 // A connect that must not fail: when Qt refuses the connection the core's soft assertion fires
-// with the expression "connection". Prefer LX_SAFE_CONNECT, which reports the caller's file and
-// line; core::SafeQtConnect reports this header's.
+// with the expression "connection". Prefer LX_SAFE_CONNECT_IN(module, ...), which reports the
+// caller's module, file and line; core::SafeQtConnect reports the kit's module and this header's
+// file and line.
 
 #include <LxCore/LxLog.h>
 
@@ -26,4 +27,4 @@ QMetaObject::Connection SafeQtConnect(Args&&... args) {
 
 }  // namespace core
 
-#define LX_SAFE_CONNECT(...) ::core::SafeQtConnectAt("LxUIKit", __FILE__, __LINE__, __VA_ARGS__)
+#define LX_SAFE_CONNECT_IN(module, ...) ::core::SafeQtConnectAt((module), __FILE__, __LINE__, __VA_ARGS__)

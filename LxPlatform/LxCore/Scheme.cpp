@@ -1,6 +1,6 @@
 #include <LxCore/Scheme.h>
 
-#include <LxCore/LxLog.h>
+#include <LxCore/LxCoreLog_p.h>
 
 #include <QHash>
 
@@ -34,7 +34,7 @@ bool OpenUrl(const QString& url, QObject* parent) {
     const SchemeHandler handler = Reg().handlers.value(scheme);
     if (handler && handler(parsed, parent))
         return true;
-    LX_LOG_WARN("LxCore", "no handler opened url {} (scheme \"{}\")", url, scheme);
+    LXCORE_LOG_WARN("no handler opened url {} (scheme \"{}\")", url, scheme);
     const UnknownSchemeCallback unknown = Reg().unknown;
     if (unknown)
         unknown(url, parent);

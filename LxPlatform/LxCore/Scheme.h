@@ -3,6 +3,7 @@
 // A handler is registered per scheme; a URL whose scheme has no handler, or whose handler answers
 // false, goes to the unknown-scheme callback (the kit shows a "page failed to load" dialog there).
 
+#include <LxCore/LxCoreExport.h>
 #include <QObject>
 #include <QString>
 #include <QUrl>
@@ -16,11 +17,11 @@ using UnknownSchemeCallback = std::function<void(const QString& url, QObject* pa
 using SchemeHandler = std::function<bool(const QUrl& url, QObject* parent)>;
 
 // Replaces the callback; an empty function removes it.
-void RegisterUnknowSchemeCallBack(UnknownSchemeCallback callback);
+LXCORE_EXPORT void RegisterUnknowSchemeCallBack(UnknownSchemeCallback callback);
 // Scheme names are compared case-insensitively. An empty handler unregisters.
-void RegisterSchemeHandler(const QString& scheme, SchemeHandler handler);
+LXCORE_EXPORT void RegisterSchemeHandler(const QString& scheme, SchemeHandler handler);
 // Returns true when a handler took the URL.
-bool OpenUrl(const QString& url, QObject* parent = nullptr);
+LXCORE_EXPORT bool OpenUrl(const QString& url, QObject* parent = nullptr);
 
 }  // namespace scheme
 }  // namespace core

@@ -1,6 +1,6 @@
 #include <LxStdUI/FontToken.h>
 
-#include <LxCore/LxLog.h>
+#include <LxStdUI/LxStdUILog_p.h>
 
 #include <QApplication>
 #include <QEvent>
@@ -128,7 +128,7 @@ QString LFontTokenLoader::resolveStyleSheet(const QString& qss) {
             static QSet<QString> s_logged;
             if (!s_logged.contains(m.captured(1))) {
                 s_logged.insert(m.captured(1));
-                LX_LOG_WARN("LxStdUI", "unknown font token \"{}\" in a style sheet", m.captured(1));
+                LXSTDUI_LOG_WARN("unknown font token \"{}\" in a style sheet", m.captured(1));
             }
             out += QStringLiteral("/*lxft-unknown:%1*/").arg(m.captured(1));
         } else {

@@ -8,11 +8,12 @@
 // font-weight whenever a widget's style sheet is set. An unknown token name is left as it is and
 // logged once.
 
+#include <LxStdUI/LxStdUIExport.h>
 #include <QFont>
 #include <QString>
 #include <QStringList>
 
-class LFontTokenLoader {
+class LXSTDUI_EXPORT LFontTokenLoader {
 public:
     struct FontToken {
         int i32Number = 0;  // 1..16

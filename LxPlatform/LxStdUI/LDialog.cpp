@@ -1,7 +1,7 @@
 #include <LxStdUI/LDialog.h>
 
-#include <LxCore/SafeQtConnect.h>
 #include <LxStdUI/FontToken.h>
+#include <LxStdUI/LxStdUILog_p.h>
 #include <LxStdUI/MultiLang.h>
 #include <LxStdUI/ResProvider.h>
 #include <LxStdUI/ThemeManager.h>
@@ -40,12 +40,12 @@ LDialog::LDialog(QWidget* parent) : QDialog(parent) {
     m_pLayout->addWidget(m_pContent, 1);
     m_pLayout->addLayout(buttons);
 
-    LX_SAFE_CONNECT(m_pConfirm.data(), &QPushButton::clicked, this, [this] {
+    LXSTDUI_SAFE_CONNECT(m_pConfirm.data(), &QPushButton::clicked, this, [this] {
         Q_EMIT confirmed();
         accept();
     });
-    LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
-                    [this] { ApplyTheme(); });
+    LXSTDUI_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                         [this] { ApplyTheme(); });
     setLxStyle(1);
     ApplyTheme();
 }

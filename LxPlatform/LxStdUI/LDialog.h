@@ -4,6 +4,7 @@
 // while shown. showCenter() shows it centred over a parent window (or the primary screen) without
 // blocking; a parentless dialog deletes itself when closed.
 
+#include <LxStdUI/LxStdUIExport.h>
 #include <QDialog>
 #include <QPointer>
 
@@ -11,7 +12,7 @@ class QLabel;
 class QPushButton;
 class QVBoxLayout;
 
-class LDialog : public QDialog {
+class LXSTDUI_EXPORT LDialog : public QDialog {
     Q_OBJECT
 public:
     explicit LDialog(QWidget* parent = nullptr);

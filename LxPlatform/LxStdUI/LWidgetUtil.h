@@ -1,6 +1,7 @@
 #pragma once
 // Small widget helpers shared by the UI libraries.
 
+#include <LxStdUI/LxStdUIExport.h>
 #include <QFont>
 #include <QSizeF>
 #include <QString>
@@ -9,7 +10,7 @@ class QMouseEvent;
 
 namespace lx_std_ui {
 
-class LWidgetUtil {
+class LXSTDUI_EXPORT LWidgetUtil {
 public:
     // True for a mouse event that a touch screen produced (synthesised from touch by the system
     // or by Qt) rather than a real mouse.

@@ -1,7 +1,7 @@
 #include <LxStdUI/MultiLang.h>
 
 #include <LxCore/Environment.h>
-#include <LxCore/LxLog.h>
+#include <LxStdUI/LxStdUILog_p.h>
 
 #include <QCoreApplication>
 #include <QPointer>

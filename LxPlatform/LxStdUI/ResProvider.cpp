@@ -1,6 +1,6 @@
 #include <LxStdUI/ResProvider.h>
 
-#include <LxCore/LxLog.h>
+#include <LxStdUI/LxStdUILog_p.h>
 
 #include <QFileInfo>
 #include <QImageReader>
@@ -158,7 +158,7 @@ bool Provider::get(std::shared_ptr<const QPixmap>& out, const QString& path) {
     const QString real = themedPath(path);
     QPixmap pm(real);
     if (pm.isNull()) {
-        LX_LOG_WARN("LxStdUI", "pixmap resource {} cannot be read", real);
+        LXSTDUI_LOG_WARN("pixmap resource {} cannot be read", real);
         return false;
     }
     out = std::make_shared<const QPixmap>(pm);
@@ -178,7 +178,7 @@ bool Provider::get(std::shared_ptr<QMovie>& out, const QString& path) {
     }
     auto movie = std::make_shared<QMovie>(themedPath(path));
     if (!movie->isValid()) {
-        LX_LOG_WARN("LxStdUI", "movie resource {} cannot be read", path);
+        LXSTDUI_LOG_WARN("movie resource {} cannot be read", path);
         return false;
     }
     out = movie;

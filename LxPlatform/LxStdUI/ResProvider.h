@@ -10,6 +10,7 @@
 // TResource<T> holds one named resource and resolves it again after a theme change (lazily, on
 // the next get()), so thousands of holders cost nothing until they are read.
 
+#include <LxStdUI/LxStdUIExport.h>
 #include <LxStdUI/ThemeManager.h>
 
 #include <QColor>
@@ -23,7 +24,7 @@
 namespace lx_ui_res {
 
 // A colour as CSS text ("#1f6feb", "rgba(31,111,235,0.5)"), ready for style sheets and HTML.
-class ColorString {
+class LXSTDUI_EXPORT ColorString {
 public:
     ColorString() = default;
     explicit ColorString(const QString& str) : m_str(str) {}
@@ -34,7 +35,7 @@ private:
     QString m_str;
 };
 
-class Provider {
+class LXSTDUI_EXPORT Provider {
 public:
     static Provider* instance();
 
@@ -75,7 +76,7 @@ private:
 };
 
 // Parses CSS colour text as the provider writes it ("#rgb", "#rrggbb", "#aarrggbb", "rgba(r,g,b,a)").
-QColor ParseColor(const QString& css);
+LXSTDUI_EXPORT QColor ParseColor(const QString& css);
 
 template <typename T>
 class TResource {

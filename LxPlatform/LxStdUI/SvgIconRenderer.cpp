@@ -1,6 +1,6 @@
 #include <LxStdUI/SvgIconRenderer.h>
 
-#include <LxCore/LxLog.h>
+#include <LxStdUI/LxStdUILog_p.h>
 #include <LxStdUI/ResProvider.h>
 #include <LxStdUI/ThemeManager.h>
 
@@ -51,7 +51,7 @@ QString SvgIconRenderer::resolvePath(const QString& path) {
             found = path;
     } else {
         QStringList roots = Roots();
-        roots << QStringLiteral(":/") << QStringLiteral(":/LxUIKit/") << QStringLiteral(":/lxstdui/");
+        roots << QStringLiteral(":/") << QStringLiteral(":/lxstdui/");
         if (QCoreApplication::instance())
             roots << QCoreApplication::applicationDirPath() + QLatin1Char('/');
         for (QString root : roots) {
@@ -84,7 +84,7 @@ std::shared_ptr<const SvgIconRenderer> SvgIconRenderer::get(const QString& path)
             result = r;
     }
     if (!result)
-        LX_LOG_WARN("LxStdUI", "svg icon {} cannot be read", path);
+        LXSTDUI_LOG_WARN("svg icon {} cannot be read", path);
     cache.map.insert(path, result);  // misses are remembered too, until the theme changes
     return result;
 }

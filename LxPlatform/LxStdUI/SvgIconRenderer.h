@@ -3,14 +3,15 @@
 // state, following the theme.
 //
 // Paths: absolute files and ":/" resources are used as they are; a relative path is looked up
-// under the search roots (added roots first, then ":/", ":/LxUIKit/", ":/lxstdui/" and the
-// application's folder). In the Dark theme "<base>_dark.svg" is preferred when it exists. States
-// other than Normal use "<base>_hover.svg", "<base>_pressed.svg" or "<base>_disabled.svg" when
-// present; a missing disabled variant is drawn from the normal one at 40% opacity.
+// under the search roots (added roots first, then ":/", ":/lxstdui/" and the application's
+// folder); a library with icons of its own adds its resource root at start-up. In the Dark theme "<base>_dark.svg" is
+// preferred when it exists. States other than Normal use "<base>_hover.svg", "<base>_pressed.svg" or
+// "<base>_disabled.svg" when present; a missing disabled variant is drawn from the normal one at 40% opacity.
 //
 // get() caches one renderer per path for the current theme; a theme change drops the cache, so
 // the next get() answers the other theme's picture.
 
+#include <LxStdUI/LxStdUIExport.h>
 #include <QPixmap>
 #include <QRectF>
 #include <QString>
@@ -22,7 +23,7 @@ class QSvgRenderer;
 
 namespace lx_ui_res {
 
-class SvgIconRenderer {
+class LXSTDUI_EXPORT SvgIconRenderer {
 public:
     enum State { Normal = 0, Hover = 1, Pressed = 2, Disabled = 3 };
 

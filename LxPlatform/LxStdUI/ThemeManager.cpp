@@ -1,6 +1,6 @@
 #include <LxStdUI/ThemeManager.h>
 
-#include <LxCore/LxLog.h>
+#include <LxStdUI/LxStdUILog_p.h>
 
 #include <QCoreApplication>
 
@@ -18,7 +18,7 @@ void Manager::setTheme(Theme theme) {
         return;
     m_enTheme = theme;
     ++m_u64Generation;
-    LX_LOG_INFO("LxStdUI", "theme changed to {}", theme == Dark ? "Dark" : "Light");
+    LXSTDUI_LOG_INFO("theme changed to {}", theme == Dark ? "Dark" : "Light");
     Q_EMIT themeChanged(theme);
 }
 

@@ -2,11 +2,12 @@
 // lx_ui_theme::Manager: the application's Light / Dark theme. Changing it emits themeChanged and
 // bumps themeGeneration(), which resource holders compare to know when to re-resolve.
 
+#include <LxStdUI/LxStdUIExport.h>
 #include <QObject>
 
 namespace lx_ui_theme {
 
-class Manager : public QObject {
+class LXSTDUI_EXPORT Manager : public QObject {
     Q_OBJECT
 public:
     enum Theme { Light = 0, Dark = 1 };

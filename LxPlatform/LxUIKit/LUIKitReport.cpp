@@ -1,6 +1,6 @@
 #include <LxUIKit/LUIKitReport.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 namespace lxuikit_report {
 static ReportDelegate g_fnReportDelegate;  // the process-wide slot

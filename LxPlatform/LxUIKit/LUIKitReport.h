@@ -1,6 +1,7 @@
 #pragma once
 // Event reporting toward the host. The host installs one delegate; Report forwards to it.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <json/value.h>
 
 #include <functional>
@@ -11,8 +12,8 @@ namespace lxuikit_report {
 using ReportDelegate = std::function<bool(const std::string& event, int value, const Json::Value& params)>;
 
 // Replaces (and destroys) the delegate held before; an empty function clears the slot.
-void setReportDelegate(ReportDelegate delegate);
+LXUIKIT_EXPORT void setReportDelegate(ReportDelegate delegate);
 // Forwards to the delegate and returns its answer; false (after an assertion) without one.
-bool Report(const std::string& event, int value, const Json::Value& params);
+LXUIKIT_EXPORT bool Report(const std::string& event, int value, const Json::Value& params);
 
 }  // namespace lxuikit_report

@@ -1,6 +1,6 @@
 #include <LxUIKit/LUIKitWebDelegate.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 namespace lxuikit_web {
 static std::function<void(int)> g_fnRemoteDebugPort;

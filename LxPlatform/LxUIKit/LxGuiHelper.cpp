@@ -1,8 +1,8 @@
 #include <LxUIKit/LxGuiHelper.h>
 
-#include <LxCore/LxLog.h>
 #include <LxStdUI/LDialog.h>
 #include <LxStdUI/MultiLang.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/Zip/LxZip.h>
 
 #include <QGuiApplication>

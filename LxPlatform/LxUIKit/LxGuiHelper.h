@@ -7,6 +7,7 @@
 
 #include <LxCore/CoreInit.h>
 #include <LxCore/TriBool.h>
+#include <LxUIKit/LxUIKitExport.h>
 
 #include <QString>
 
@@ -14,9 +15,9 @@ namespace gui {
 
 // The host calls this first of all, before its core initialises, and hands the result to
 // core::InitCore: archive functions and the scheme-URL load-failure handler.
-core::CoreInitParam GetCoreInitParamVeryFirst();
+LXUIKIT_EXPORT core::CoreInitParam GetCoreInitParamVeryFirst();
 
 // Shows a toast and returns at once; it deletes itself after durationMs.
-void ShowSimpleToast(QString text, TriBool state, int durationMs);
+LXUIKIT_EXPORT void ShowSimpleToast(QString text, TriBool state, int durationMs);
 
 }  // namespace gui

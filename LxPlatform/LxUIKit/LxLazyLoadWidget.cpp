@@ -1,6 +1,6 @@
 #include <LxUIKit/LxLazyLoadWidget.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QVBoxLayout>
 

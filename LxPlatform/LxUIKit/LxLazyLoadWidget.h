@@ -5,13 +5,14 @@
 // it returns null or when the creation re-enters the widget's events.
 
 #include <LxCore/SafeFunction.h>
+#include <LxUIKit/LxUIKitExport.h>
 
 #include <QWidget>
 
 namespace core {
 namespace pattern {
 
-class CLazyLoadWidget : public QWidget {
+class LXUIKIT_EXPORT CLazyLoadWidget : public QWidget {
     Q_OBJECT
 public:
     enum CreateMode { CreateOnShow = 0, CreateOnPaint = 1 };

@@ -15,6 +15,7 @@
 #include <LxUIKit/LxTextObjectHandler/LxTextBlockObjectHandlerBase.h>
 #include <LxUIKit/LxTextObjectHandler/LxTextObjectHandlerBase.h>
 #include <LxUIKit/LxTextObjectHandler/LxUserObjectHandler.h>
+#include <LxUIKit/LxUIKitBuildConfig.h>
 #include <LxUIKit/LxUIKitLifecycle.h>
 #include <LxUIKit/RichText/LxRichText.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>

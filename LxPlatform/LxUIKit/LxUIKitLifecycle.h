@@ -1,13 +1,14 @@
 #pragma once
 // The kit's lifecycle, driven by the host on the GUI thread.
+#include <LxUIKit/LxUIKitExport.h>
 
 namespace lxuikit {
 
 // Once, right after the process started: developer tools, then the UI auto-test manager.
-void Init_LxUiKit_AfterProcessStart_MainThread();
+LXUIKIT_EXPORT void Init_LxUiKit_AfterProcessStart_MainThread();
 // Once, after the host's login window has shown: starts the log viewer.
-void Init_LxUiKit_AfterLoginWndShowed_MainThread();
+LXUIKIT_EXPORT void Init_LxUiKit_AfterLoginWndShowed_MainThread();
 // Once, at exit: stops the UI auto-test manager.
-void Uninit_LxUiKit_OnProcessExit_MainThread();
+LXUIKIT_EXPORT void Uninit_LxUiKit_OnProcessExit_MainThread();
 
 }  // namespace lxuikit

@@ -28,7 +28,7 @@ void InstallGalleryDelegates() {
     });
     lxuikit_web::setShowWebViewDelegate([](const QString& url) {
         if (!QDesktopServices::openUrl(QUrl(url)))
-            LX_LOG_WARN("Gallery", "the desktop has no browser for {}", url);
+            LX_LOG_WARN("Gallery", "the desktop has no browser for {}", url.toStdString());
     });
     // Web images download over HTTP into <cache>/webimage (file: URLs are read in place).
     ILxUIKitHttpDownloadMgr::setDelegate(new CLxHttpDownloadDelegate);

@@ -74,24 +74,25 @@ GalleryWindow::GalleryWindow(QWidget* parent) : QMainWindow(parent) {
     root->addLayout(body, 1);
     setCentralWidget(central);
 
-    LX_SAFE_CONNECT(m_pList.data(), &QListWidget::currentRowChanged, this, [this](int row) {
+    LX_SAFE_CONNECT_IN("Gallery", m_pList.data(), &QListWidget::currentRowChanged, this, [this](int row) {
         if (row < 0 || row >= int(AllGalleryPages().size()))
             return;
         PageWidget(AllGalleryPages()[size_t(row)].strName);
         m_pStack->setCurrentIndex(row);
     });
-    LX_SAFE_CONNECT(m_pTheme.data(), QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this](int) {
-        lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Theme(m_pTheme->currentData().toInt()));
-    });
-    LX_SAFE_CONNECT(m_pLang.data(), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-                    [this](int) { core::lang::SetLanguageId(m_pLang->currentData().toInt()); });
-    LX_SAFE_CONNECT(m_pDemo.data(), &QPushButton::clicked, this, &GalleryWindow::RunDemo);
-    LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this, [this] {
+    LX_SAFE_CONNECT_IN(
+        "Gallery", m_pTheme.data(), QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this](int) {
+            lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Theme(m_pTheme->currentData().toInt()));
+        });
+    LX_SAFE_CONNECT_IN("Gallery", m_pLang.data(), QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+                       [this](int) { core::lang::SetLanguageId(m_pLang->currentData().toInt()); });
+    LX_SAFE_CONNECT_IN("Gallery", m_pDemo.data(), &QPushButton::clicked, this, &GalleryWindow::RunDemo);
+    LX_SAFE_CONNECT_IN("Gallery", lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this, [this] {
         ApplyTheme();
         SyncSwitches();
     });
-    LX_SAFE_CONNECT(core::lang::Notifier::instance(), &core::lang::Notifier::languageChanged, this,
-                    [this] { SyncSwitches(); });
+    LX_SAFE_CONNECT_IN("Gallery", core::lang::Notifier::instance(), &core::lang::Notifier::languageChanged, this,
+                       [this] { SyncSwitches(); });
 
     Retranslate();
     SyncSwitches();

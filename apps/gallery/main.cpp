@@ -13,7 +13,6 @@
 
 #include <LxCore/CoreInit.h>
 #include <LxCore/Environment.h>
-#include <LxCore/LxLog.h>
 #include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/LxGuiHelper.h>
 #include <LxUIKit/LxUIKitLifecycle.h>

@@ -2,8 +2,8 @@
 
 #include <LxCore/FileSystem.h>
 #include <LxCore/FrameWork.h>
-#include <LxCore/LxLog.h>
 #include <LxCore/ProductPath.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -119,11 +119,24 @@ void TestFrameWork::recordsFromOtherThreadsReachTheHook() {
         QVERIFY(!r.bMainThread);
 }
 
+namespace {
+QStringList g_hostMessages;
+void HostHandler(QtMsgType, const QMessageLogContext&, const QString& msg) { g_hostMessages << msg; }
+}  // namespace
+
 void TestFrameWork::qtMessagesArriveAsQtCategory() {
+    // A host's handler installed before the kit's keeps receiving every message; installing the
+    // kit's handler twice must not make it pass messages to itself.
     lxtest::LogCapture capture;
-    const QtMessageHandler previous = FrameWork::InstallQtMessageHandler();
+    g_hostMessages.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(HostHandler);
+    FrameWork::InstallQtMessageHandler();
+    FrameWork::InstallQtMessageHandler();
     qWarning("a Qt warning %d", 7);
     qInstallMessageHandler(previous);
+    FrameWork::InstallQtMessageHandler();  // so that later tests chain to the test runner's handler
+    qInstallMessageHandler(previous);
+    QCOMPARE(g_hostMessages, QStringList{QStringLiteral("a Qt warning 7")});
     const auto records = capture.records();
     QCOMPARE(int(records.size()), 1);
     QCOMPARE(records[0].strModule, std::string("#Qt#"));

@@ -1,6 +1,7 @@
 // Zip helpers: round trips, naming, refused archives and failures with their log texts.
 
 #include <LxUIKit/Zip/LxZip.h>
+#include <LxUIKit/Zip/ZipQtWriter_p.h>
 
 #include <QtGui/private/qzipreader_p.h>
 #include <QtGui/private/qzipwriter_p.h>

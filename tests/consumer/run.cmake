@@ -19,6 +19,19 @@ endfunction()
 
 run("install" ${CMAKE_COMMAND} --install ${BIN} --prefix ${prefix})
 
+# The installed tree holds what a host may include, and nothing else: no internal header, and no
+# header that needs one of Qt's private headers.
+file(GLOB_RECURSE installed_headers ${prefix}/include/*)
+foreach(h ${installed_headers})
+  if(h MATCHES "_p\\.h$")
+    message(FATAL_ERROR "internal header installed: ${h}")
+  endif()
+  file(STRINGS ${h} private_includes REGEX "#include.*(/private/|_p\\.h)")
+  if(private_includes)
+    message(FATAL_ERROR "installed header ${h} includes a private header: ${private_includes}")
+  endif()
+endforeach()
+
 # The README's host snippet, exactly as the README shows it.
 file(READ ${SRC}/README.md readme)
 string(FIND "${readme}" "```cpp\n#include <LxUIKit/LxUIKit.h>" begin)
@@ -30,6 +43,20 @@ string(SUBSTRING "${readme}" ${begin} -1 rest)
 string(FIND "${rest}" "```" end)
 string(SUBSTRING "${rest}" 0 ${end} snippet)
 file(WRITE ${root}/readme_host.cpp "${snippet}")
+
+# Each library exports only what its headers mark for hosts: internals (anonymous namespaces,
+# detail namespaces, private classes) never reach the dynamic symbol table.
+file(GLOB installed_libs ${prefix}/lib*/libLx*.so)
+foreach(lib ${installed_libs})
+  execute_process(COMMAND nm -D -C --defined-only ${lib} OUTPUT_VARIABLE symbols RESULT_VARIABLE rc)
+  if(rc)
+    message(FATAL_ERROR "nm failed on ${lib}")
+  endif()
+  string(REGEX MATCH "[^\n]*(\\(anonymous namespace\\)|::detail::|Private::)[^\n]*" leaked "${symbols}")
+  if(leaked)
+    message(FATAL_ERROR "${lib} exports an internal name: ${leaked}")
+  endif()
+endforeach()
 
 run("consumer configure" ${CMAKE_COMMAND} -S ${SRC}/tests/consumer -B ${build} -DCMAKE_PREFIX_PATH=${prefix}
     -DLX_README_HOST=${root}/readme_host.cpp)

@@ -1,6 +1,6 @@
 #include <LxUIKit/DevTools/LxDevTools.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 namespace devtools {
 namespace {
@@ -12,7 +12,7 @@ bool Init() {
         return false;
     if (g_bInitialized)
         return true;
-    LX_ASSERT_MAIN_THREAD("LxUIKit");
+    LXUIKIT_ASSERT_MAIN_THREAD();
     g_bInitialized = true;
     LXUIKIT_LOG_INFO("developer tools initialised");
     return true;

@@ -3,8 +3,9 @@
 // that embed emoticons in their own documents:
 //
 //   doc->documentLayout()->registerHandler(QTextFormat::UserObject + 4, CreateLxEmotionObjectHandler(doc));
+#include <LxUIKit/LxUIKitExport.h>
 
 class QObject;
 
 // A new emoticon handler owned by pParent (a QObject implementing QTextObjectInterface).
-QObject* CreateLxEmotionObjectHandler(QObject* pParent);
+LXUIKIT_EXPORT QObject* CreateLxEmotionObjectHandler(QObject* pParent);

@@ -1,7 +1,7 @@
 #include <LxUIKit/LxTextObjectHandler/LxSvgObjectHandler.h>
 
-#include <LxCore/LxLog.h>
 #include <LxStdUI/SvgIconRenderer.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QDir>
 #include <QPainter>

@@ -6,6 +6,7 @@
 // Parsed pictures are kept per handler, so redrawing does not parse again.
 
 #include <LxUIKit/LxTextObjectHandler/LxTextObjectHandlerBase.h>
+#include <LxUIKit/LxUIKitExport.h>
 
 #include <QHash>
 
@@ -13,7 +14,7 @@
 
 class QSvgRenderer;
 
-class CLxSvgObjectHandler : public CLxTextObjectHandlerBase {
+class LXUIKIT_EXPORT CLxSvgObjectHandler : public CLxTextObjectHandlerBase {
     Q_OBJECT
 public:
     explicit CLxSvgObjectHandler(QObject* pParent = nullptr);

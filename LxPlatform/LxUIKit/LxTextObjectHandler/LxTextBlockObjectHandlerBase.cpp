@@ -1,9 +1,9 @@
 #include <LxUIKit/LxTextObjectHandler/LxTextBlockObjectHandlerBase.h>
 
-#include <LxCore/LxLog.h>
 #include <LxStdUI/FontToken.h>
 #include <LxStdUI/LWidgetUtil.h>
 #include <LxStdUI/ResProvider.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QPainter>
 #include <QTextCharFormat>

@@ -6,6 +6,7 @@
 // the widget library's font token 6 and the key's colour for the current theme.
 
 #include <LxUIKit/LxTextObjectHandler/LxTextObjectHandlerBase.h>
+#include <LxUIKit/LxUIKitExport.h>
 
 #include <QTextFormat>
 
@@ -16,7 +17,7 @@ enum class TextFormatProperty : int {
     ColorKey = QTextFormat::UserProperty + 4,
 };
 
-class CLxTextBlockObjectHandlerBase : public CLxTextObjectHandlerBase {
+class LXUIKIT_EXPORT CLxTextBlockObjectHandlerBase : public CLxTextObjectHandlerBase {
     Q_OBJECT
 public:
     explicit CLxTextBlockObjectHandlerBase(QObject* pParent = nullptr) : CLxTextObjectHandlerBase(pParent) {}

@@ -1,6 +1,6 @@
 #include <LxUIKit/LxTextObjectHandler/LxTextObjectHandlerBase.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QTextCursor>
 #include <QTextDocument>

@@ -9,12 +9,13 @@
 // takes no room and draws nothing, and offers its subclasses the text edit that shows a document
 // and whether a position is selected there.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <QObject>
 #include <QTextObjectInterface>
 
 class QTextEdit;
 
-class CLxTextObjectHandlerBase : public QObject, public QTextObjectInterface {
+class LXUIKIT_EXPORT CLxTextObjectHandlerBase : public QObject, public QTextObjectInterface {
     Q_OBJECT
     Q_INTERFACES(QTextObjectInterface)
 public:

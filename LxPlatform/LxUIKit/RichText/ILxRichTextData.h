@@ -11,6 +11,7 @@
 // concrete class, never deleted through this interface (the destructor is protected for that).
 
 #include <LxCore/ProtoValue.h>
+#include <LxUIKit/LxUIKitExport.h>
 
 #include <QString>
 
@@ -26,7 +27,7 @@ enum LxRichTextDataType : int {
     LxRichTextDataType_Emoji = 8,
 };
 
-class ILxRichTextData {
+class LXUIKIT_EXPORT ILxRichTextData {
 public:
     virtual int GetType() const = 0;
     virtual QString ToHtml() = 0;

@@ -1,10 +1,9 @@
 #include <LxUIKit/RichText/LxRichText.h>
 
-#include <LxCore/LxLog.h>
-#include <LxCore/SafeQtConnect.h>
 #include <LxStdUI/LWidgetUtil.h>
 #include <LxStdUI/ResProvider.h>
 #include <LxUIKit/LxTextObjectHandler/LxEmotionObjectHandler.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetEmoticon.h>
@@ -128,8 +127,8 @@ void CLxRichText::init() {
     setSizePolicy(QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred, QSizePolicy::Label));
     setMouseTracking(true);  // hovers are reported without a button pressed
     EnsureTextControl();
-    LX_SAFE_CONNECT(lx_ui_theme::Manager::instancePtr(), &lx_ui_theme::Manager::themeChanged, this,
-                    &CLxRichText::OnThemeChanged);
+    LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instancePtr(), &lx_ui_theme::Manager::themeChanged, this,
+                         &CLxRichText::OnThemeChanged);
     InitDocumentForCalculateSize();
     if (LXUIKIT_ASSERT(m_pLayout != nullptr))
         m_pLayout->SetEllipsisTextColor(m_spConfig->strTextColor);
@@ -159,7 +158,7 @@ void CLxRichText::EnsureTextControl() {
     pControl->setPalette(palette());
     pControl->setFocus(hasFocus());
     setFocusPolicy(m_bSelectEnable ? Qt::ClickFocus : Qt::NoFocus);
-    LX_SAFE_CONNECT(pControl, &QWidgetTextControl::updateRequest, this, [this] { update(); });
+    LXUIKIT_SAFE_CONNECT(pControl, &QWidgetTextControl::updateRequest, this, [this] { update(); });
     m_bTextLayoutDirty = true;
 }
 

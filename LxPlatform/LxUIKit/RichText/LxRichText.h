@@ -43,6 +43,7 @@
 //    listed in LxRichTextSnippetBase.h. Snippet text never opens a paragraph, frame or object.
 
 #include <LxStdUI/ThemeManager.h>
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextConfig.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
@@ -62,7 +63,7 @@ class QWidgetTextControl;
 
 Q_DECLARE_METATYPE(std::shared_ptr<CLxRichTextSnippetBase>)
 
-class CLxRichText : public QFrame {
+class LXUIKIT_EXPORT CLxRichText : public QFrame {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
     Q_PROPERTY(QString textWithEmotionID READ textWithEmotionID)

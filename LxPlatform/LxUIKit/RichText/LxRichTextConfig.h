@@ -3,11 +3,12 @@
 // the theme's colour tokens (lx_ui_res::Provider); they are resolved when the HTML is built, so a
 // theme change means building the HTML again (CLxRichText does so by itself).
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <QString>
 
 #include <cstdint>
 
-struct LxRichTextConfig {
+struct LXUIKIT_EXPORT LxRichTextConfig {
     QString strFontToken = QStringLiteral("BigTitle3");  // font of all text snippets
     int64_t i64Reserved = 0;
     bool bBold = false;       // adds "font-weight:bold;"

@@ -2,9 +2,10 @@
 // An emoji (kind 8): a picture (both image paths) plus the emoji's text, which is also its plain
 // text form.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextDataImage.h>
 
-class CLxRichTextDataEmoji : public CLxRichTextDataImage {
+class LXUIKIT_EXPORT CLxRichTextDataEmoji : public CLxRichTextDataImage {
 public:
     CLxRichTextDataEmoji() = default;
 

@@ -2,11 +2,12 @@
 // An emoticon (kind 6): its id in the emoticon set and the file that draws it. Its text form for
 // sending is "#emotion_<id>#" (see CLxRichText::textWithEmotionID).
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 
 #include <cstdint>
 
-class CLxRichTextDataEmotion : public ILxRichTextData {
+class LXUIKIT_EXPORT CLxRichTextDataEmotion : public ILxRichTextData {
 public:
     CLxRichTextDataEmotion() = default;
 

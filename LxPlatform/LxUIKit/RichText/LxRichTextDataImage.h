@@ -2,11 +2,12 @@
 // A picture (kind 2): the image path and, optionally, a separate path of the picture to display
 // (a local copy or thumbnail). Sizes are read from the display path.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 
 #include <QSize>
 
-class CLxRichTextDataImage : public ILxRichTextData {
+class LXUIKIT_EXPORT CLxRichTextDataImage : public ILxRichTextData {
 public:
     CLxRichTextDataImage() = default;
 

@@ -2,11 +2,12 @@
 // A link (kind 7): URL, title and a link type that the host interprets (web page, in-app page,
 // ...). The type travels as a 32-bit integer.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 
 #include <cstdint>
 
-class CLxRichTextDataLink : public ILxRichTextData {
+class LXUIKIT_EXPORT CLxRichTextDataLink : public ILxRichTextData {
 public:
     enum LinkType : int32_t {
         LinkType_Web = 0,

@@ -1,11 +1,12 @@
 #pragma once
 // A portfolio (kind 5): code, name and id.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 
 #include <cstdint>
 
-class CLxRichTextDataPortfolio : public ILxRichTextData {
+class LXUIKIT_EXPORT CLxRichTextDataPortfolio : public ILxRichTextData {
 public:
     CLxRichTextDataPortfolio() = default;
 

@@ -1,11 +1,12 @@
 #pragma once
 // A stock (kind 4): name, id and the text shown for it.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 
 #include <cstdint>
 
-class CLxRichTextDataStock : public ILxRichTextData {
+class LXUIKIT_EXPORT CLxRichTextDataStock : public ILxRichTextData {
 public:
     CLxRichTextDataStock() = default;
 

@@ -1,9 +1,10 @@
 #pragma once
 // A plain text run (kind 1).
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 
-class CLxRichTextDataText : public ILxRichTextData {
+class LXUIKIT_EXPORT CLxRichTextDataText : public ILxRichTextData {
 public:
     CLxRichTextDataText() = default;
     explicit CLxRichTextDataText(const QString& text) : m_strText(text) {}

@@ -1,11 +1,12 @@
 #pragma once
 // A user mention (kind 3): nickname, user id and the text shown for the user.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 
 #include <cstdint>
 
-class CLxRichTextDataUser : public ILxRichTextData {
+class LXUIKIT_EXPORT CLxRichTextDataUser : public ILxRichTextData {
 public:
     CLxRichTextDataUser() = default;
 

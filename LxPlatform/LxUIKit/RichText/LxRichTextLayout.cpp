@@ -1,7 +1,7 @@
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 
-#include <LxCore/LxLog.h>
 #include <LxStdUI/ResProvider.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QtGui/private/qabstracttextdocumentlayout_p.h>
 #include <QtGui/private/qtextdocument_p.h>

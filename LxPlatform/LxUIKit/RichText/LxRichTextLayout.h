@@ -33,6 +33,7 @@
 // tests and painting lay the document out when they need it. The setters do not relayout by
 // themselves: call Relayout() after changing limits (CLxRichText does).
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <QAbstractTextDocumentLayout>
 #include <QTextLine>
 
@@ -41,7 +42,7 @@
 class CLxRichTextLayoutPrivate;
 class QTextBlock;
 
-class CLxRichTextLayout : public QAbstractTextDocumentLayout {
+class LXUIKIT_EXPORT CLxRichTextLayout : public QAbstractTextDocumentLayout {
     Q_OBJECT
 public:
     explicit CLxRichTextLayout(QTextDocument* pDoc);

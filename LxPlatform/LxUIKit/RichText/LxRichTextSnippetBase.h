@@ -18,6 +18,7 @@
 // fallback: a user its nickname, else its decimal ID; a stock its name or display text, else its
 // decimal ID; a link its URL, else "[link]" (kFallbackLinkText).
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextConfig.h>
 
 #include <QString>
@@ -28,7 +29,7 @@
 
 class ILxRichTextData;
 
-class CLxRichTextSnippetBase {
+class LXUIKIT_EXPORT CLxRichTextSnippetBase {
 public:
     explicit CLxRichTextSnippetBase(uint32_t u32RichTextType = 0) : m_u32RichTextType(u32RichTextType) {}
     virtual ~CLxRichTextSnippetBase() = default;

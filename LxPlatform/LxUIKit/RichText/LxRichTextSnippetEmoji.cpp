@@ -1,6 +1,6 @@
 #include <LxUIKit/RichText/LxRichTextSnippetEmoji.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 void CLxRichTextSnippetEmoji::CreatHtml(unsigned int index, std::shared_ptr<LxRichTextConfig> spConfig) {
     if (!LXUIKIT_ASSERT(spConfig != nullptr))

@@ -1,10 +1,11 @@
 #pragma once
 // Emoji snippet (kind 8): an anchored image of the configured emoticon size.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextDataEmoji.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
-class CLxRichTextSnippetEmoji : public CLxRichTextSnippetBase, public CLxRichTextDataEmoji {
+class LXUIKIT_EXPORT CLxRichTextSnippetEmoji : public CLxRichTextSnippetBase, public CLxRichTextDataEmoji {
 public:
     CLxRichTextSnippetEmoji() : CLxRichTextSnippetBase(LxRichTextDataType_Emoji) {}
     CLxRichTextSnippetEmoji(const QString& emojiText, const QString& imagePath) : CLxRichTextSnippetEmoji() {

@@ -1,6 +1,6 @@
 #include <LxUIKit/RichText/LxRichTextSnippetEmoticon.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 const QString CLxRichTextSnippetEmoticon::m_kStrEmotionFlag = QStringLiteral("smallEmotion");
 

@@ -3,10 +3,11 @@
 // the marker m_kStrEmotionFlag, by which CLxRichText finds emoticon images in its document and
 // hands them to the emoticon object handler.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextDataEmotion.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
-class CLxRichTextSnippetEmoticon : public CLxRichTextSnippetBase, public CLxRichTextDataEmotion {
+class LXUIKIT_EXPORT CLxRichTextSnippetEmoticon : public CLxRichTextSnippetBase, public CLxRichTextDataEmotion {
 public:
     static const QString m_kStrEmotionFlag;  // "smallEmotion"
 

@@ -5,10 +5,11 @@
 // itself never goes into the markup: the anchor carries the snippet index, and the host opens the
 // URL from the snippet on Clicked.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextDataLink.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
-class CLxRichTextSnippetLink : public CLxRichTextSnippetBase, public CLxRichTextDataLink {
+class LXUIKIT_EXPORT CLxRichTextSnippetLink : public CLxRichTextSnippetBase, public CLxRichTextDataLink {
 public:
     CLxRichTextSnippetLink() : CLxRichTextSnippetBase(LxRichTextDataType_Link) {}
     static constexpr const char* kFallbackLinkText = "[link]";

@@ -1,10 +1,11 @@
 #pragma once
 // Portfolio snippet (kind 5): an anchor in the stock colour showing "$name(code)$", escaped.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextDataPortfolio.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
-class CLxRichTextSnippetPortfolio : public CLxRichTextSnippetBase, public CLxRichTextDataPortfolio {
+class LXUIKIT_EXPORT CLxRichTextSnippetPortfolio : public CLxRichTextSnippetBase, public CLxRichTextDataPortfolio {
 public:
     CLxRichTextSnippetPortfolio() : CLxRichTextSnippetBase(LxRichTextDataType_Portfolio) {}
 

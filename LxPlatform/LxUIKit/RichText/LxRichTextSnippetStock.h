@@ -2,10 +2,11 @@
 // Stock snippet (kind 4): an anchor in the stock colour showing the escaped stock name, or the
 // escaped display text when one was given.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextDataStock.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
-class CLxRichTextSnippetStock : public CLxRichTextSnippetBase, public CLxRichTextDataStock {
+class LXUIKIT_EXPORT CLxRichTextSnippetStock : public CLxRichTextSnippetBase, public CLxRichTextDataStock {
 public:
     CLxRichTextSnippetStock() : CLxRichTextSnippetBase(LxRichTextDataType_Stock) {}
 

@@ -2,10 +2,11 @@
 // Plain text snippet (kind 1): escaped, white space kept ("white-space: pre-wrap") with zero-width
 // spaces so long blank runs can break. Not clickable: it has no anchor.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextDataText.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
-class CLxRichTextSnippetText : public CLxRichTextSnippetBase, public CLxRichTextDataText {
+class LXUIKIT_EXPORT CLxRichTextSnippetText : public CLxRichTextSnippetBase, public CLxRichTextDataText {
 public:
     CLxRichTextSnippetText() : CLxRichTextSnippetBase(LxRichTextDataType_Text) {}
     explicit CLxRichTextSnippetText(const QString& text) : CLxRichTextSnippetText() { SetTextData(text); }

@@ -1,10 +1,11 @@
 #pragma once
 // User mention snippet (kind 3): an anchor in the user colour showing the escaped display text.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/RichText/LxRichTextDataUser.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
-class CLxRichTextSnippetUser : public CLxRichTextSnippetBase, public CLxRichTextDataUser {
+class LXUIKIT_EXPORT CLxRichTextSnippetUser : public CLxRichTextSnippetBase, public CLxRichTextDataUser {
 public:
     CLxRichTextSnippetUser() : CLxRichTextSnippetBase(LxRichTextDataType_User) {}
 

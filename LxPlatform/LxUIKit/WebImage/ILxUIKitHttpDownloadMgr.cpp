@@ -1,6 +1,6 @@
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 ILUIKitHttpMgrDelegate* ILxUIKitHttpDownloadMgr::m_delegate = nullptr;
 

@@ -8,6 +8,7 @@
 //
 // Everything here runs on the GUI thread; delegates must answer there too.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <QByteArray>
 #include <QString>
 
@@ -32,7 +33,7 @@ enum class HttpWorkPool : int {
 // Receiver of one download's outcome. A receiver that is destroyed unregisters itself (the base
 // destructor calls ILxUIKitHttpDownloadMgr::removeDownloadDelegate), so a delegate must never call
 // a receiver after removeDownloadDelegate returned.
-class LUIKitHttpDownloadDelegate {
+class LXUIKIT_EXPORT LUIKitHttpDownloadDelegate {
 public:
     virtual ~LUIKitHttpDownloadDelegate();
     // The file for `url` is on disk at `filePath`; `data` may carry its bytes (may be empty).
@@ -43,7 +44,7 @@ public:
 };
 
 // The host's downloader.
-class ILUIKitHttpMgrDelegate {
+class LXUIKIT_EXPORT ILUIKitHttpMgrDelegate {
 public:
     virtual ~ILUIKitHttpMgrDelegate() = default;
     virtual void download(const std::string& url, LUIKitHttpDownloadDelegate* receiver,
@@ -56,7 +57,7 @@ public:
 
 // Static facade. Each operation forwards unchanged to the installed delegate; without one it
 // raises the soft assertion and does nothing.
-class ILxUIKitHttpDownloadMgr {
+class LXUIKIT_EXPORT ILxUIKitHttpDownloadMgr {
 public:
     // Deletes the installed delegate (if any) and takes ownership of `delegate` (null uninstalls).
     static void setDelegate(ILUIKitHttpMgrDelegate* delegate);

@@ -1,7 +1,6 @@
 #include <LxUIKit/WebImage/LWebImageReloadHelper.h>
 
-#include <LxCore/LxLog.h>
-#include <LxCore/SafeQtConnect.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 
 #include <QPointer>
@@ -18,8 +17,8 @@ void LWebImageReloadHelper::setAutoRetryTimes(LxWebImageWidget* widget, unsigned
     if (!widget->property(kFailCountProperty).isValid())
         widget->setProperty(kFailCountProperty, 0u);
     if (!widget->property(kMaxFailTimesProperty).isValid())
-        LX_SAFE_CONNECT(widget, &LxWebImageWidget::ImageLoadStatusSignal, this,
-                        &LWebImageReloadHelper::OnImageLoadStatus, Qt::UniqueConnection);
+        LXUIKIT_SAFE_CONNECT(widget, &LxWebImageWidget::ImageLoadStatusSignal, this,
+                             &LWebImageReloadHelper::OnImageLoadStatus, Qt::UniqueConnection);
     widget->setProperty(kMaxFailTimesProperty, times + 1);
 }
 

@@ -10,13 +10,14 @@
 // webImageLoadFinalFailed(widget, attempts); both reset the count. With n = 0 the first failure is
 // final. The signal names are part of the interface ("Sucess" included).
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/LxWebImageDefine.h>
 
 #include <QObject>
 
 class LxWebImageWidget;
 
-class LWebImageReloadHelper : public QObject {
+class LXUIKIT_EXPORT LWebImageReloadHelper : public QObject {
     Q_OBJECT
 public:
     static constexpr const char* kFailCountProperty = "____WebImageLoadFailCount";

@@ -2,10 +2,10 @@
 
 #include <LxCore/FileSystem.h>
 #include <LxCore/Http.h>
-#include <LxCore/LxLog.h>
 #include <LxCore/Post.h>
 #include <LxCore/ProductPath.h>
 #include <LxCore/StrConv.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QDir>
 #include <QFileInfo>

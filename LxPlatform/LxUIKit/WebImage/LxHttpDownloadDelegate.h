@@ -27,6 +27,7 @@
 //
 // GUI thread only.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
 
 #include <QString>
@@ -37,7 +38,7 @@
 #include <memory>
 #include <vector>
 
-class CLxHttpDownloadDelegate : public ILUIKitHttpMgrDelegate {
+class LXUIKIT_EXPORT CLxHttpDownloadDelegate : public ILUIKitHttpMgrDelegate {
 public:
     struct Statistics {
         uint64_t u64Requests = 0;    // network requests started

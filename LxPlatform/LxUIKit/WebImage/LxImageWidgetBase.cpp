@@ -1,11 +1,10 @@
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 
 #include <LxCore/FileSystem.h>
-#include <LxCore/LxLog.h>
-#include <LxCore/SafeQtConnect.h>
 #include <LxCore/TimeDate.h>
 #include <LxStdUI/ResProvider.h>
 #include <LxStdUI/ThemeManager.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QApplication>
 #include <QBuffer>
@@ -40,7 +39,8 @@ QByteArray SharedKey(const CLxImageWidgetBase::PrepareKey& key, bool bScaleToWid
 CLxImageWidgetBase::CLxImageWidgetBase(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_TranslucentBackground);
     // Border colours come from the theme.
-    LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this, [this] { update(); });
+    LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                         [this] { update(); });
 }
 
 CLxImageWidgetBase::~CLxImageWidgetBase() = default;

@@ -17,6 +17,7 @@
 // theme changes. Copy() puts the picture on the clipboard; a PNG copy is also written to the
 // temporary folder ("<server time ms>.png") so that pasting into a file manager works.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/LxWebImageDefine.h>
 
 #include <QPixmap>
@@ -29,7 +30,7 @@
 class QPainter;
 class QPainterPath;
 
-class CLxImageWidgetBase : public QWidget {
+class LXUIKIT_EXPORT CLxImageWidgetBase : public QWidget {
     Q_OBJECT
 public:
     // Everything that shapes a prepared pixmap.

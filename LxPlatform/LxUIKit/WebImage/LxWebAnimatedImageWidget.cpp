@@ -1,8 +1,7 @@
 #include <LxUIKit/WebImage/LxWebAnimatedImageWidget.h>
 
 #include <LxCore/FileSystem.h>
-#include <LxCore/LxLog.h>
-#include <LxCore/SafeQtConnect.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageDecoder.h>
 
@@ -95,7 +94,7 @@ void CLxWebAnimatedImageWidget::ShowOwnMovie(const QString& filePath, const QByt
     m_pMovie = movie;
     m_bOwnsMovie = true;
     m_strFilePath = filePath;
-    LX_SAFE_CONNECT(movie, &QMovie::frameChanged, this, [this] { OnFrameChanged(); });
+    LXUIKIT_SAFE_CONNECT(movie, &QMovie::frameChanged, this, [this] { OnFrameChanged(); });
     movie->start();
     InvalidatePrepared();
     updateGeometry();
@@ -106,8 +105,9 @@ void CLxWebAnimatedImageWidget::ShowSharedMovie(QMovie* movie) {
     m_pMovie = movie;
     m_bOwnsMovie = false;
     m_strFilePath = CLxWebImageCacheMgr::MovieFilePath(movie);
-    LX_SAFE_CONNECT(movie, &QMovie::frameChanged, this, [this] { OnFrameChanged(); });
-    m_destroyedConnection = LX_SAFE_CONNECT(movie, &QObject::destroyed, this, [this] { OnSharedMovieDestroyed(); });
+    LXUIKIT_SAFE_CONNECT(movie, &QMovie::frameChanged, this, [this] { OnFrameChanged(); });
+    m_destroyedConnection =
+        LXUIKIT_SAFE_CONNECT(movie, &QObject::destroyed, this, [this] { OnSharedMovieDestroyed(); });
     AttachViewer(movie);
     m_lastFrame = movie->currentPixmap();
     m_lastFrameSize = m_lastFrame.size();

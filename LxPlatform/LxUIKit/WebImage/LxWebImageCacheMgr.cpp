@@ -1,8 +1,8 @@
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 
 #include <LxCore/FileSystem.h>
-#include <LxCore/LxLog.h>
 #include <LxCore/StrConv.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QBuffer>
 

@@ -25,6 +25,7 @@
 //
 // GUI thread only; nothing is locked and nothing is written to disk.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <QCache>
 #include <QHash>
 #include <QMovie>
@@ -33,7 +34,7 @@
 
 #include <cstdint>
 
-class CLxWebImageCacheMgr {
+class LXUIKIT_EXPORT CLxWebImageCacheMgr {
 public:
     enum CacheType { CacheType_None = 0, CacheType_Pixmap = 1, CacheType_Movie = 2, CacheType_Svg = 3 };
 

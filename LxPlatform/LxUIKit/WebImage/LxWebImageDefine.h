@@ -1,6 +1,7 @@
 #pragma once
 // Types shared by the web image widgets and their users.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <QMetaType>
 #include <QRect>
 #include <QSize>
@@ -27,7 +28,7 @@ enum class LxCornerRadiusType : int {
 
 // Chooses the part of a picture to show. Called with the picture's size in pixels (for SVG, its
 // intrinsic size); an invalid rectangle (left > right or top > bottom) shows the whole picture.
-class ILxWebImageCropper {
+class LXUIKIT_EXPORT ILxWebImageCropper {
 public:
     virtual ~ILxWebImageCropper() = default;
     virtual QRect GetCropRect(const QSize& pixmapSize) = 0;

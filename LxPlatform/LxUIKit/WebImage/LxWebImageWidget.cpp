@@ -1,10 +1,9 @@
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 
 #include <LxCore/FileSystem.h>
-#include <LxCore/LxLog.h>
-#include <LxCore/SafeQtConnect.h>
 #include <LxStdUI/ResProvider.h>
 #include <LxStdUI/ThemeManager.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 #include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
 #include <LxUIKit/WebImage/LxWebAnimatedImageWidget.h>
@@ -50,8 +49,8 @@ LxWebImageWidget::LxWebImageWidget(QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
-                    &LxWebImageWidget::OnThemeChanged);
+    LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                         &LxWebImageWidget::OnThemeChanged);
 }
 
 // The base LUIKitHttpDownloadDelegate unregisters this receiver from the downloader.

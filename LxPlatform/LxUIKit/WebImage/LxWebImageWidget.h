@@ -30,6 +30,7 @@
 //   URL stays until it is replaced or evicted (the cache answers the SVG table first, then
 //   pixmaps, then movies).
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 #include <LxUIKit/WebImage/LxWebImageDefine.h>
@@ -41,7 +42,7 @@
 #include <memory>
 #include <string>
 
-class LxWebImageWidget : public QWidget, public LUIKitHttpDownloadDelegate {
+class LXUIKIT_EXPORT LxWebImageWidget : public QWidget, public LUIKitHttpDownloadDelegate {
     Q_OBJECT
 public:
     enum LxImageType { ImageType_None = 0, ImageType_Static = 1, ImageType_Svg = 2, ImageType_Animated = 3 };

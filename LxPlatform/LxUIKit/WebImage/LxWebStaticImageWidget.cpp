@@ -1,6 +1,6 @@
 #include <LxUIKit/WebImage/LxWebStaticImageWidget.h>
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageDecoder.h>
 

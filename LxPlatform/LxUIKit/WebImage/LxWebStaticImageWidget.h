@@ -3,9 +3,10 @@
 // Load decodes the file through CLxWebImageDecoder's checks and puts the pixmap into the image
 // cache; LoadCache takes the cache's pixmap (shared, never copied).
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 
-class CLxWebStaticImageWidget : public CLxImageWidgetBase {
+class LXUIKIT_EXPORT CLxWebStaticImageWidget : public CLxImageWidgetBase {
     Q_OBJECT
 public:
     explicit CLxWebStaticImageWidget(QWidget* parent = nullptr);

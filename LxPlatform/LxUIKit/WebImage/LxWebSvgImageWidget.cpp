@@ -1,8 +1,7 @@
 #include <LxUIKit/WebImage/LxWebSvgImageWidget.h>
 
 #include <LxCore/FileSystem.h>
-#include <LxCore/LxLog.h>
-#include <LxCore/SafeQtConnect.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 
@@ -55,7 +54,7 @@ bool CLxWebSvgImageWidget::LoadFile(const QString& filePath) {
     }
     m_pRenderer = renderer;
     m_strFilePath = filePath;
-    LX_SAFE_CONNECT(renderer, &QSvgRenderer::repaintNeeded, this, [this] {
+    LXUIKIT_SAFE_CONNECT(renderer, &QSvgRenderer::repaintNeeded, this, [this] {
         InvalidatePrepared();
         update();
     });

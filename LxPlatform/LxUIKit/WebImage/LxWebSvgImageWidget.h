@@ -12,13 +12,14 @@
 // renderer asks. The cache keeps only the file's path (LoadCache reads and checks it again).
 // Visible only with a valid renderer and a non-empty intrinsic size.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 
 #include <QPointer>
 
 class QSvgRenderer;
 
-class CLxWebSvgImageWidget : public CLxImageWidgetBase {
+class LXUIKIT_EXPORT CLxWebSvgImageWidget : public CLxImageWidgetBase {
     Q_OBJECT
 public:
     explicit CLxWebSvgImageWidget(QWidget* parent = nullptr);

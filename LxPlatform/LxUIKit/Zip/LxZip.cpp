@@ -3,7 +3,7 @@
 #include "Zip_p.h"
 
 #include <LxCore/FrameWork.h>
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QDateTime>
 #include <QDir>

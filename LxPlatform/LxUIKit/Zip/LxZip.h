@@ -13,10 +13,7 @@
 // does not grow with file size, and read and write Zip64 where sizes or offsets need it. Files are
 // deflated at kCompressionLevel, one below zlib's and the zip tool's default: on log text it takes
 // about 40 % less CPU than the zip tool for an archive about 4 % larger, which suits diagnostics
-// packed while a user waits. The writer
-// overloads in `compress` keep QZipWriter's limits: each file is held whole in memory, and a file
-// of 2 GiB or more, or one that would push the archive past 2 GiB (kMaxZipBytes), is refused with a
-// log line.
+// packed while a user waits.
 //
 // Unpacking checks every entry before writing anything, and refuses the whole archive when one is
 // absolute, climbs out of the destination, or is a symbolic link (an archive from elsewhere must not
@@ -35,28 +32,17 @@
 //
 // All failures are logged and answered with false; nothing throws.
 
-#include <QSharedPointer>
+#include <LxUIKit/LxUIKitExport.h>
 #include <QString>
 
 #include <vector>
 
-class QZipWriter;
-
 namespace _zip {
 
-bool ExtractDir(const QString& zipPath, const QString& destDir);
-bool CompressFiles(const std::vector<QString>& paths, const QString& zipPath);
-bool CompressDir(const QString& dirPath, const QString& zipPath);
+LXUIKIT_EXPORT bool ExtractDir(const QString& zipPath, const QString& destDir);
+LXUIKIT_EXPORT bool CompressFiles(const std::vector<QString>& paths, const QString& zipPath);
+LXUIKIT_EXPORT bool CompressDir(const QString& dirPath, const QString& zipPath);
 
-namespace compress {
-bool CompressFile(QSharedPointer<QZipWriter> writer, const QString& filePath, const QString& parentEntry,
-                  const QString& stripPrefix);
-bool CompressDir(QSharedPointer<QZipWriter> writer, const QString& dirPath, const QString& parentEntry,
-                 const QString& stripPrefix);
-}  // namespace compress
-
-// Largest file and archive the QZipWriter overloads write (bytes).
-constexpr qint64 kMaxZipBytes = (qint64(1) << 31) - 1;
 // Deflate level of the streaming packers (zlib's 1 to 9).
 constexpr int kCompressionLevel = 5;
 // Largest total an archive may unpack to (bytes).

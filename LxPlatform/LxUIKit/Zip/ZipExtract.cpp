@@ -4,7 +4,7 @@
 #include <LxUIKit/Zip/LxZip.h>
 
 #include <LxCore/FrameWork.h>
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QDateTime>
 #include <QDir>

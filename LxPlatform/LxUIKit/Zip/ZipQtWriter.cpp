@@ -4,10 +4,11 @@
 
 #include <LxUIKit/Zip/LxZip.h>
 
+#include "ZipQtWriter_p.h"
 #include "Zip_p.h"
 
 #include <LxCore/FrameWork.h>
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QtGui/private/qzipwriter_p.h>
 

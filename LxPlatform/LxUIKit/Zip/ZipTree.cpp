@@ -1,6 +1,6 @@
 #include "Zip_p.h"
 
-#include <LxCore/LxLog.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <qplatformdefs.h>
 #include <QDir>

@@ -124,8 +124,8 @@ public:
         lists->addWidget(filesBox, 2);
         layout->addLayout(lists, 1);
 
-        LX_SAFE_CONNECT(pack, &QPushButton::clicked, this, [this] { Pack(); });
-        LX_SAFE_CONNECT(unpack, &QPushButton::clicked, this, [this] { Unpack(); });
+        LX_SAFE_CONNECT_IN("Gallery", pack, &QPushButton::clicked, this, [this] { Pack(); });
+        LX_SAFE_CONNECT_IN("Gallery", unpack, &QPushButton::clicked, this, [this] { Unpack(); });
     }
 
     void Pack() {
@@ -151,7 +151,7 @@ private:
         grid->addWidget(new QLabel(label, this), row, 0);
         grid->addWidget(edit, row, 1);
         grid->addWidget(browse, row, 2);
-        LX_SAFE_CONNECT(browse, &QPushButton::clicked, this, [this, edit, folder] {
+        LX_SAFE_CONNECT_IN("Gallery", browse, &QPushButton::clicked, this, [this, edit, folder] {
             const QString chosen =
                 folder ? QFileDialog::getExistingDirectory(this, QString(), edit->text())
                        : QFileDialog::getSaveFileName(this, QString(), edit->text(), tr("Zip archives (*.zip)"),

@@ -645,8 +645,8 @@ public:
         UpdateCounter();
         ShowStatus(nullptr);
         StyleScrollBar();
-        LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
-                        [this] { StyleScrollBar(); });
+        LX_SAFE_CONNECT_IN("Gallery", lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                           [this] { StyleScrollBar(); });
     }
 
     void OnClicked(const Snippet& s) {
@@ -747,20 +747,20 @@ PostCard::PostCard(const Post& post, RichTextPage* page) {
         m_pLabel->setText(MarketNoteHtml());
         m_pToggle->hide();
         m_bHtmlOnly = true;
-        LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
-                        [this] { m_pLabel->setText(MarketNoteHtml()); });
+        LX_SAFE_CONNECT_IN("Gallery", lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                           [this] { m_pLabel->setText(MarketNoteHtml()); });
     }
 
     QPointer<RichTextPage> pPage(page);
-    LX_SAFE_CONNECT(m_pLabel, &CLxRichText::Clicked, this, [pPage](Snippet s, QPoint) {
+    LX_SAFE_CONNECT_IN("Gallery", m_pLabel, &CLxRichText::Clicked, this, [pPage](Snippet s, QPoint) {
         if (pPage)
             pPage->OnClicked(s);
     });
-    LX_SAFE_CONNECT(m_pLabel, &CLxRichText::Hovered, this, [pPage](Snippet s, QPoint) {
+    LX_SAFE_CONNECT_IN("Gallery", m_pLabel, &CLxRichText::Hovered, this, [pPage](Snippet s, QPoint) {
         if (pPage)
             pPage->ShowStatus(s);
     });
-    LX_SAFE_CONNECT(m_pToggle, &QAbstractButton::clicked, this, [this] { SetExpanded(!m_bExpanded); });
+    LX_SAFE_CONNECT_IN("Gallery", m_pToggle, &QAbstractButton::clicked, this, [this] { SetExpanded(!m_bExpanded); });
 }
 
 }  // namespace

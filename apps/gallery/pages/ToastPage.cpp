@@ -66,7 +66,7 @@ QWidget* CreateToastPage(QWidget* parent) {
             auto* btn = new QPushButton(Texts::tr("%1 ms").arg(ms), page);
             btn->setObjectName(QStringLiteral("Toast_%1_%2").arg(QLatin1String(kind.name)).arg(ms));
             const TriBool state = kind.state;
-            LX_SAFE_CONNECT(btn, &QPushButton::clicked, page, [=] {
+            LX_SAFE_CONNECT_IN("Gallery", btn, &QPushButton::clicked, page, [=] {
                 gui::ShowSimpleToast(text->text(), state, ms);
                 history->insertItem(0, Texts::tr("%1  %2, %3 ms: %4")
                                            .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), kindName)
@@ -84,8 +84,8 @@ QWidget* CreateToastPage(QWidget* parent) {
     auto* scheme =
         new QPushButton(Texts::tr("Open %1 (no handler)").arg(QStringLiteral("lxdemo://quote?id=700")), page);
     scheme->setObjectName(QStringLiteral("ToastUnknownScheme"));
-    LX_SAFE_CONNECT(scheme, &QPushButton::clicked, page,
-                    [page] { core::scheme::OpenUrl(QStringLiteral("lxdemo://quote?id=700"), page); });
+    LX_SAFE_CONNECT_IN("Gallery", scheme, &QPushButton::clicked, page,
+                       [page] { core::scheme::OpenUrl(QStringLiteral("lxdemo://quote?id=700"), page); });
     auto* schemeRow = new QHBoxLayout;
     schemeRow->addWidget(scheme);
     schemeRow->addStretch(1);

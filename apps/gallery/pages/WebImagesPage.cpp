@@ -261,8 +261,8 @@ public:
             auto* card = new WebImageCard(specs[i], body);
             m_vecCards.push_back(card);
             grid->addWidget(card, int(i / kColumns), int(i % kColumns));
-            LX_SAFE_CONNECT(card->Image(), &LxWebImageWidget::ImageLoadStatusSignal, this,
-                            [this, card](const QString&, LxImageLoadStatus status) { OnStatus(card, status); });
+            LX_SAFE_CONNECT_IN("Gallery", card->Image(), &LxWebImageWidget::ImageLoadStatusSignal, this,
+                               [this, card](const QString&, LxImageLoadStatus status) { OnStatus(card, status); });
         }
         grid->setColumnStretch(kColumns, 1);
         layout->addLayout(grid);
@@ -270,21 +270,23 @@ public:
         scroll->setWidget(body);
         outer->addWidget(scroll);
 
-        LX_SAFE_CONNECT(m_pPreview.data(), &LxWebImageWidget::ImageLoadStatusSignal, this,
-                        [this](const QString& url, LxImageLoadStatus status) { OnPreviewStatus(url, status); });
-        LX_SAFE_CONNECT(LWebImageReloadHelper::instance(), &LWebImageReloadHelper::webImageLoadSucess, this,
-                        [this](LxWebImageWidget* w, unsigned n) { OnFinal(w, true, n); });
-        LX_SAFE_CONNECT(LWebImageReloadHelper::instance(), &LWebImageReloadHelper::webImageLoadFinalFailed, this,
-                        [this](LxWebImageWidget* w, unsigned n) { OnFinal(w, false, n); });
-        LX_SAFE_CONNECT(reload, &QPushButton::clicked, this, [this] { LoadAll(); });
-        LX_SAFE_CONNECT(clear, &QPushButton::clicked, this, [this] { ClearCache(); });
-        LX_SAFE_CONNECT(load, &QPushButton::clicked, this, [this] { LoadUrl(m_pUrlEdit->text().trimmed()); });
-        LX_SAFE_CONNECT(m_pUrlEdit.data(), &QLineEdit::returnPressed, this,
-                        [this] { LoadUrl(m_pUrlEdit->text().trimmed()); });
-        LX_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
-                        [this] { ApplyTheme(); });
+        LX_SAFE_CONNECT_IN("Gallery", m_pPreview.data(), &LxWebImageWidget::ImageLoadStatusSignal, this,
+                           [this](const QString& url, LxImageLoadStatus status) { OnPreviewStatus(url, status); });
+        LX_SAFE_CONNECT_IN("Gallery", LWebImageReloadHelper::instance(), &LWebImageReloadHelper::webImageLoadSucess,
+                           this, [this](LxWebImageWidget* w, unsigned n) { OnFinal(w, true, n); });
+        LX_SAFE_CONNECT_IN("Gallery", LWebImageReloadHelper::instance(),
+                           &LWebImageReloadHelper::webImageLoadFinalFailed, this,
+                           [this](LxWebImageWidget* w, unsigned n) { OnFinal(w, false, n); });
+        LX_SAFE_CONNECT_IN("Gallery", reload, &QPushButton::clicked, this, [this] { LoadAll(); });
+        LX_SAFE_CONNECT_IN("Gallery", clear, &QPushButton::clicked, this, [this] { ClearCache(); });
+        LX_SAFE_CONNECT_IN("Gallery", load, &QPushButton::clicked, this,
+                           [this] { LoadUrl(m_pUrlEdit->text().trimmed()); });
+        LX_SAFE_CONNECT_IN("Gallery", m_pUrlEdit.data(), &QLineEdit::returnPressed, this,
+                           [this] { LoadUrl(m_pUrlEdit->text().trimmed()); });
+        LX_SAFE_CONNECT_IN("Gallery", lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                           [this] { ApplyTheme(); });
         auto* timer = new QTimer(this);
-        LX_SAFE_CONNECT(timer, &QTimer::timeout, this, [this] { UpdateCounters(); });
+        LX_SAFE_CONNECT_IN("Gallery", timer, &QTimer::timeout, this, [this] { UpdateCounters(); });
         timer->start(400);
 
         ApplyTheme();

@@ -1,8 +1,8 @@
 #include <LxUIKit/DevTools/AutoTest/UIAutoTestManager.h>
 
 #include <LxCore/IniWrapper.h>
-#include <LxCore/LxLog.h>
 #include <LxCore/ProductPath.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QCoreApplication>
 #include <QDir>

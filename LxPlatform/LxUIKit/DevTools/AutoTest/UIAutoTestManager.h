@@ -12,12 +12,13 @@
 // plug-in made may still point into its code or static data. Every outcome is logged;
 // no INI file or no Plugin key simply means no automation.
 
+#include <LxUIKit/LxUIKitExport.h>
 #include <QLibrary>
 #include <QString>
 
 #include <memory>
 
-class CUIAutoTestManager {
+class LXUIKIT_EXPORT CUIAutoTestManager {
 public:
     static CUIAutoTestManager* instance();
 

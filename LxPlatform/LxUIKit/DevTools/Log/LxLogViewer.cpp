@@ -1,7 +1,7 @@
 #include <LxUIKit/DevTools/Log/LxLogViewer.h>
 
-#include <LxCore/LxLog.h>
 #include <LxUIKit/DevTools/LxDevTools.h>
+#include <LxUIKit/LxUIKitLog_p.h>
 
 namespace devtools {
 namespace log {

@@ -1,12 +1,13 @@
 #pragma once
 // Log viewer entry point, started once the host's login window has shown.
+#include <LxUIKit/LxUIKitExport.h>
 
 namespace devtools {
 namespace log {
 
 // Marks the log viewer as started (once). With the developer tools gated off it does nothing.
-void StartLogViewer();
-bool IsLogViewerStarted();
+LXUIKIT_EXPORT void StartLogViewer();
+LXUIKIT_EXPORT bool IsLogViewerStarted();
 
 }  // namespace log
 }  // namespace devtools
