@@ -106,6 +106,7 @@ class TestZip : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void init() { m_root.reset(new QTemporaryDir); }
+    void cleanup() { lxtest::ResetGlobals(); }
     void folderRoundTripKeepsHiddenEmptyModesAndTimes();
     void entriesAreNamedFromTheItemsParent();
     void folderPathsAreNormalised_data();
@@ -495,4 +496,4 @@ void TestZip::toolsReadWhatTheKitPacks() {
 }
 
 QTEST_GUILESS_MAIN(TestZip)
-#include "tst_zip.moc"
+#include "tst_Zip.moc"
