@@ -131,38 +131,23 @@ private:
 };
 
 void TestZip::folderRoundTripKeepsHiddenEmptyModesAndTimes() {
-    lxtest::WriteFile(P("logs/app.log"), "line1\nline2\n");
-    lxtest::WriteFile(P("logs/.hidden"), "secret");
+    MakeToolTree(P("logs"));
     lxtest::WriteFile(P("logs/.cfg/inner.txt"), "inner");
-    lxtest::WriteFile(P("logs/bin/run.sh"), "#!/bin/sh\necho hi\n");
-    lxtest::WriteFile(P("logs/data.bin"), QByteArray(200000, '\x7f') + QByteArray(1000, '\0'));
-    QDir().mkpath(P("logs/empty"));
-    QFile::setPermissions(P("logs/bin/run.sh"),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup);
     const QDateTime old = QDateTime::fromString(QStringLiteral("2021-03-04T05:06:08"), Qt::ISODate);
     {
-        QFile f(P("logs/app.log"));
+        QFile f(P("logs/a.txt"));
         QVERIFY(f.open(QIODevice::ReadWrite));
         QVERIFY(f.setFileTime(old, QFileDevice::FileModificationTime));
     }
     // Links are left out, whether to files or folders.
-    QVERIFY(QFile::link(P("logs/app.log"), P("logs/link.log")));
+    QVERIFY(QFile::link(P("logs/a.txt"), P("logs/link.log")));
     QVERIFY(QFile::link(P("logs/empty"), P("logs/linkdir")));
-
     QVERIFY(_zip::CompressDir(P("logs"), P("out/logs.zip")));
-    const QStringList entries = Entries(P("out/logs.zip"));
-    QCOMPARE(entries, (QStringList{"logs", "logs/.cfg", "logs/.cfg/inner.txt", "logs/.hidden", "logs/app.log",
-                                   "logs/bin", "logs/bin/run.sh", "logs/data.bin", "logs/empty"}));
-
     QVERIFY(_zip::ExtractDir(P("out/logs.zip"), P("x")));
-    QCOMPARE(Tree(P("x")), (QStringList{"logs", "logs/.cfg", "logs/.cfg/inner.txt", "logs/.hidden", "logs/app.log",
-                                        "logs/bin", "logs/bin/run.sh", "logs/data.bin", "logs/empty"}));
-    for (const char* f : {"app.log", ".hidden", ".cfg/inner.txt", "bin/run.sh", "data.bin"})
-        QCOMPARE(Read(P("x/logs/") + QLatin1String(f)), Read(P("logs/") + QLatin1String(f)));
-    QVERIFY(QFileInfo(P("x/logs/bin/run.sh")).permissions() & QFile::ExeOwner);
-    QVERIFY(!(QFileInfo(P("x/logs/app.log")).permissions() & QFile::ExeOwner));
+    QVERIFY(QFile::remove(P("logs/link.log")) && QFile::remove(P("logs/linkdir")));
+    CompareTrees(P("logs"), P("x/logs"), true);
     // Zip times have two-second precision.
-    QVERIFY(qAbs(QFileInfo(P("x/logs/app.log")).lastModified().secsTo(old)) <= 2);
+    QVERIFY(qAbs(QFileInfo(P("x/logs/a.txt")).lastModified().secsTo(old)) <= 2);
 }
 
 void TestZip::entriesAreNamedFromTheItemsParent() {
