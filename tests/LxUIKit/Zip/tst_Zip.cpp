@@ -352,8 +352,8 @@ void TestZip::hostileArchivesAreRefused_data() {
     tiny.packed = 0x80000000u;
     QTest::newRow("packed size past the file") << lxtest::RawZip({tiny}) << "the file holds" << QStringList();
 
-    // Bombs: a thousand entries inflating one shared 1 MiB run of zeros; one entry claiming 3.75 GiB
-    // from 1 KiB; sizes adding up past the absolute bound.
+    // Bombs: a thousand entries inflating one shared 1 MiB run of zeros; one entry claiming just
+    // past the ratio bound; sizes adding up past the absolute bound.
     QList<RawZipEntry> shared{lxtest::DeflatedEntry("k0", QByteArray(1 << 20, '\0'))};
     for (int i = 1; i < 1000; ++i) {
         RawZipEntry e = shared.first();
@@ -362,8 +362,10 @@ void TestZip::hostileArchivesAreRefused_data() {
         shared << e;
     }
     QTest::newRow("bomb: shared data") << lxtest::RawZip(shared) << "the file holds" << QStringList();
+    // Declared to unpack to one byte past the ratio bound (the declared size leaves the length alone).
     RawZipEntry ratio = shared.first();
-    ratio.size = 0xF0000000u;
+    const qint64 ratioBytes = lxtest::RawZip({good, ratio}).size();
+    ratio.size = quint32((ratioBytes + 1) * _zip::kMaxExpansionRatio - 4);  // "good" holds the other 4
     QTest::newRow("bomb: expansion ratio") << lxtest::RawZip({good, ratio}) << "times its own" << QStringList();
     QList<RawZipEntry> many{good};
     for (int i = 0; i < 20; ++i) {
