@@ -1,13 +1,14 @@
 // Web images, two workloads, each beside its Qt anchor in the same run:
 //
 // 1. A feed showing one picture many times: 500 LxWebImageWidgets set to the same URL of a
-//    1000 x 1000 picture, downloaded through the real delegate (CLxHttpDownloadDelegate) from an
-//    HTTP server on 127.0.0.1 inside this program. Counted: requests the server saw and pictures
-//    decoded (one cache insertion follows every decode); timed: from the first SetUrl until every
-//    widget reported Loaded, and until every widget was also painted once. Anchor: 500 QLabels,
-//    each loading the same file (already on disk) into its own QPixmap (decoded through QImage),
-//    then painted once. A second line shows QPixmap(fileName), which Qt itself keeps in
-//    QPixmapCache after the first decode (while the picture fits its 10 MiB default).
+//    1000 x 1000 picture, downloaded through the real delegate (CLxHttpDownloadDelegate) from the
+//    tests' HTTP server (tests/support/LocalHttpServer) on 127.0.0.1 inside this program.
+//    Counted: requests the server saw and pictures decoded (one cache insertion follows every
+//    decode); timed: from the first SetUrl until every widget reported Loaded, and until every
+//    widget was also painted once. Anchor: 500 QLabels, each loading the same file (already on
+//    disk) into its own QPixmap (decoded through QImage), then painted once. A second line shows
+//    QPixmap(fileName), which Qt itself keeps in QPixmapCache after the first decode (while the
+//    picture fits its 10 MiB default).
 // 2. Cache hits: CLxWebImageCacheMgr::GetPixmap over a warm cache of 1000 URLs, against
 //    QPixmapCache::find on the same 1000 keys.
 //
@@ -23,13 +24,10 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QElapsedTimer>
-#include <QHostAddress>
 #include <QLabel>
 #include <QNetworkProxy>
 #include <QPainter>
 #include <QPixmapCache>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -37,41 +35,9 @@
 #include <memory>
 #include <vector>
 
+#include "LocalHttpServer.h"
+
 namespace {
-
-// Serves one body on every path; counts requests. Loopback only; stops with the object.
-class OnePictureServer {
-public:
-    explicit OnePictureServer(QByteArray body) : m_body(std::move(body)) {
-        QObject::connect(&m_server, &QTcpServer::newConnection, [this] {
-            while (QTcpSocket* socket = m_server.nextPendingConnection()) {
-                QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
-                    m_head += socket->readAll();
-                    if (!m_head.contains("\r\n\r\n"))
-                        return;
-                    m_head.clear();
-                    ++m_i32Requests;
-                    socket->write(
-                        "HTTP/1.1 200 OK\r\nContent-Type: image/png\r\nConnection: close\r\nContent-Length: " +
-                        QByteArray::number(m_body.size()) + "\r\n\r\n" + m_body);
-                    socket->disconnectFromHost();
-                });
-                QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
-            }
-        });
-        m_server.listen(QHostAddress::LocalHost, 0);
-    }
-    QString Url(const QString& path) const {
-        return QStringLiteral("http://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(path);
-    }
-    int Requests() const { return m_i32Requests; }
-
-private:
-    QTcpServer m_server;
-    QByteArray m_body;
-    QByteArray m_head;
-    int m_i32Requests = 0;
-};
 
 // A photo-like picture: gradients and noise, so that PNG cannot make it trivial.
 QImage MakePicture(int side) {
@@ -124,7 +90,15 @@ int main(int argc, char* argv[]) {
         f.open(QIODevice::WriteOnly);
         f.write(png);
     }
-    OnePictureServer server(png);
+    // One picture on every path.
+    lxtest::LocalHttpServer server;
+    if (!server.Start()) {
+        std::fprintf(stderr, "cannot listen on 127.0.0.1\n");
+        return 1;
+    }
+    server.SetHandler([&png](const lxtest::LocalHttpServer::Request&) {
+        return lxtest::LocalHttpServer::Reply{200, png, 0, "image/png"};
+    });
     auto* delegate = new CLxHttpDownloadDelegate(dir.filePath(QStringLiteral("downloads")));
     ILxUIKitHttpDownloadMgr::setDelegate(delegate);
     const QString url = server.Url(QStringLiteral("/feed/picture.png"));
@@ -179,7 +153,7 @@ int main(int argc, char* argv[]) {
     runLabels(true, qtCacheLoadedMs, qtCachePaintedMs);
 
     std::printf("   LxWebImageWidget: %d/%d loaded, %d request(s) at the server, %d decode(s)\n", loaded, widgets,
-                server.Requests(), g_i32Decodes.load());
+                server.TotalRequests(), g_i32Decodes.load());
     std::printf("   until all loaded:        LxWebImageWidget %9.1f ms   QLabel+QPixmap %9.1f ms   anchor/kit %6.1fx\n",
                 kitLoadedMs, anchorLoadedMs, anchorLoadedMs / kitLoadedMs);
     std::printf("   until all painted once:  LxWebImageWidget %9.1f ms   QLabel+QPixmap %9.1f ms   anchor/kit %6.1fx\n",

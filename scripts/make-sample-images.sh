@@ -1,14 +1,17 @@
 #!/usr/bin/env bash
-# Makes the gallery's sample pictures (apps/gallery/samples/) from nothing but drawing commands:
-# ImageMagick's `convert` draws the raster pictures and the frames of the animations, `img2webp`
-# (from the webp package) muxes the animated WebP, the SVG is written here. Every file stays at a
-# few KB. The generated files are committed; run this again only to change them.
+# Makes the gallery's sample pictures (apps/gallery/samples/) and the tests' animated fixtures
+# (tests/support/fixtures/) from nothing but drawing commands: ImageMagick's `convert` draws the
+# raster pictures and the frames of the animations, `img2webp` (from the webp package) muxes the
+# animated WebP, the SVG is written here. Every file stays at a few KB. The generated files are
+# committed; run this again only to change them.
 #
-#   scripts/make-sample-images.sh [output-folder]
+#   scripts/make-sample-images.sh [gallery-folder [test-fixture-folder]]
 set -euo pipefail
 
-out="${1:-$(cd "$(dirname "$0")/.." && pwd)/apps/gallery/samples}"
-mkdir -p "$out"
+root="$(cd "$(dirname "$0")/.." && pwd)"
+out="${1:-$root/apps/gallery/samples}"
+fixtures="${2:-$root/tests/support/fixtures}"
+mkdir -p "$out" "$fixtures"
 tmp="$(mktemp -d)"
 trap 'rm -rf "$tmp"' EXIT
 
@@ -91,3 +94,30 @@ cp "$out/spinner.gif" "$out/named-png.png"                # a GIF whose name say
 printf '<html><body>502 Bad Gateway</body></html>\n' >"$out/not-an-image.svg"
 
 ls -l "$out"
+
+# Test fixtures: animations whose frames are solid colours in a fixed order (red, green, blue,
+# yellow, cyan, magenta), named frames<count>_<w>x<h>_<delay>ms.<gif|webp>.
+colours=('#ff0000' '#00ff00' '#0000ff' '#ffff00' '#00ffff' '#ff00ff')
+animation() {  # count w h delay-ms extension
+    local files=() i
+    for ((i = 0; i < $1; i++)); do
+        convert -size "$2x$3" "xc:${colours[i % 6]}" "${strip[@]}" "$tmp/frame_$i.png"
+        files+=("$tmp/frame_$i.png")
+    done
+    local name="$fixtures/frames$1_$2x$3_$4ms.$5"
+    if [ "$5" = gif ]; then
+        convert -delay "$(($4 / 10))" -loop 0 "${files[@]}" "$name"
+    else
+        local args=() f
+        for f in "${files[@]}"; do args+=(-d "$4" -lossless "$f"); done
+        img2webp -loop 0 "${args[@]}" -o "$name" >/dev/null 2>&1
+    fi
+}
+for shape in "1 12 12 100" "2 4 4 100" "2 8 8 100" "3 16 8 100" "3 12 12 30" "4 16 16 30" \
+             "2 4 4 30" "2 5 4 30" "2 6 4 30" "2 7 4 30" "2 8 4 30"; do
+    animation $shape gif
+done
+for shape in "3 12 12 100" "3 16 16 30"; do
+    animation $shape webp
+done
+ls -l "$fixtures"

@@ -1,6 +1,7 @@
 #pragma once
-// Image fixtures drawn by the tests themselves: static pictures through QImage::save, animated GIF
-// and animated WebP through small writers of our own (Qt writes neither), and damaged copies.
+// Image fixtures: static pictures drawn through QImage::save, animated GIF and WebP files made by
+// scripts/make-sample-images.sh with ImageMagick and img2webp (Qt writes neither), JPEG variants
+// and lying PNG and ICC structures built here, and damaged copies.
 
 #include <QByteArray>
 #include <QColor>
@@ -18,14 +19,11 @@ QImage MakeTestImage(int w, int h, const QColor& color);
 // Writes `image` in `format` ("PNG", "JPEG", "WEBP"); returns the path, empty on failure.
 QString SaveImage(const QString& path, const QImage& image, const char* format);
 
-// Animated GIF (looping, `delayMs` per frame); colours are snapped to a 6x6x6 cube.
-QString SaveGif(const QString& path, const QList<QImage>& frames, int delayMs = 100);
-
-// Animated WebP: each frame encoded by Qt's WebP writer, then muxed into ANMF chunks.
-QString SaveAnimatedWebp(const QString& path, const QList<QImage>& frames, int delayMs = 100);
-
-// Frames of distinct solid colours (red, green, blue, ...).
-QList<QImage> MakeFrames(int count, int w, int h);
+// Copies a committed fixture made by scripts/make-sample-images.sh (tests/support/fixtures/<name>)
+// to `path`, creating folders; returns the absolute path, empty when it cannot. The animations
+// there, frames<count>_<w>x<h>_<delay>ms.gif and .webp, loop forever through solid frames of red,
+// green, blue, yellow, cyan and magenta, in that order.
+QString CopyFixture(const QString& name, const QString& path);
 
 // JPEG written with libjpeg, for the variants Qt's writer does not make.
 struct JpegOptions {

@@ -22,7 +22,7 @@ QString LocalHttpServer::Url(const QString& path) const {
 }
 
 void LocalHttpServer::SetRoute(const QString& path, int status, const QByteArray& body, int delayMs) {
-    m_hashRoutes.insert(path, Route{status, body, delayMs});
+    m_hashRoutes.insert(path, Reply{status, body, delayMs});
 }
 
 void LocalHttpServer::ResetCounts() {
@@ -34,34 +34,49 @@ void LocalHttpServer::ResetCounts() {
 void LocalHttpServer::OnReadable(QTcpSocket* socket) {
     if (socket->property("answered").toBool())
         return;
-    const QByteArray head = socket->property("head").toByteArray() + socket->readAll();
-    if (!head.contains("\r\n\r\n")) {
-        socket->setProperty("head", head);
+    const QByteArray data = socket->property("data").toByteArray() + socket->readAll();
+    socket->setProperty("data", data);
+    const int headEnd = data.indexOf("\r\n\r\n");
+    if (headEnd < 0)
         return;
-    }
+    Request request;
+    request.head = data.left(headEnd);
+    int length = 0;
+    for (const QByteArray& line : request.head.split('\n'))
+        if (line.toLower().startsWith("content-length:"))
+            length = line.mid(15).trimmed().toInt();
+    if (data.size() < headEnd + 4 + length)
+        return;
     socket->setProperty("answered", true);
-    const QList<QByteArray> requestLine = head.left(head.indexOf("\r\n")).split(' ');
-    const QString path = QString::fromLatin1(requestLine.value(1));
+    request.body = data.mid(headEnd + 4, length);
+    const QList<QByteArray> requestLine = request.head.left(request.head.indexOf("\r\n")).split(' ');
+    request.method = requestLine.value(0);
+    request.path = QString::fromLatin1(requestLine.value(1));
+
     ++m_i32Total;
-    ++m_hashCount[path];
+    ++m_hashCount[request.path];
     m_i32MaxInFlight = qMax(m_i32MaxInFlight, ++m_i32InFlight);
+    const Reply reply = m_hashRoutes.contains(request.path) ? m_hashRoutes.value(request.path)
+                        : m_handler                         ? m_handler(request)
+                                                            : Reply();
+    if (reply.i32Status == kNeverAnswer)
+        return;
     QPointer<QTcpSocket> guard(socket);
-    QTimer::singleShot(m_hashRoutes.value(path).i32DelayMs, this, [this, guard, path] {
+    QTimer::singleShot(reply.i32DelayMs, this, [this, guard, reply] {
         --m_i32InFlight;
         if (guard)
-            Respond(guard, path);
+            Respond(guard, reply);
     });
 }
 
-void LocalHttpServer::Respond(QTcpSocket* socket, const QString& path) {
-    const Route route = m_hashRoutes.value(path);
-    if (route.i32Status == 0) {
+void LocalHttpServer::Respond(QTcpSocket* socket, const Reply& reply) {
+    if (reply.i32Status == 0) {
         socket->abort();
         return;
     }
-    socket->write("HTTP/1.1 " + QByteArray::number(route.i32Status) + (route.i32Status == 200 ? " OK" : " Error") +
-                  "\r\nContent-Length: " + QByteArray::number(route.body.size()) +
-                  "\r\nContent-Type: application/octet-stream\r\nConnection: close\r\n\r\n" + route.body);
+    socket->write("HTTP/1.1 " + QByteArray::number(reply.i32Status) + (reply.i32Status == 200 ? " OK" : " Error") +
+                  "\r\nContent-Length: " + QByteArray::number(reply.body.size()) +
+                  "\r\nContent-Type: " + reply.contentType + "\r\nConnection: close\r\n\r\n" + reply.body);
     socket->disconnectFromHost();
 }
 

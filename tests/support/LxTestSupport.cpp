@@ -4,7 +4,14 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <LxCore/CoreInit.h>
+#include <LxCore/Environment.h>
 #include <LxCore/ProductPath.h>
+#include <LxCore/Scheme.h>
+#include <LxCore/TimeDate.h>
+#include <LxStdUI/ThemeManager.h>
+#include <LxUIKit/LUIKitReport.h>
+#include <LxUIKit/LUIKitWebDelegate.h>
 
 #include <QDir>
 #include <QFile>
@@ -93,6 +100,18 @@ QString WriteFile(const QString& path, const QByteArray& data) {
     if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
         f.write(data);
     return QFileInfo(path).absoluteFilePath();
+}
+
+void ResetGlobals() {
+    core::lang::SetLanguageId(core::lang::kLangZhCN);
+    lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Light);
+    core::time_date::SetSvrTimeOffsetMillis(0);
+    core::InitCore(core::CoreInitParam());
+    core::scheme::RegisterUnknowSchemeCallBack({});
+    lxuikit_report::setReportDelegate({});
+    lxuikit_web::setSetRemoteDebugPortDelegate({});
+    lxuikit_web::setShowWebViewDelegate({});
+    FrameWork::SetLogFileSizeLimit(10 * 1024 * 1024);
 }
 
 namespace {

@@ -94,4 +94,10 @@ int OpenFileCount();
 // Writes bytes to a file, creating folders; returns the absolute path.
 QString WriteFile(const QString& path, const QByteArray& data);
 
+// Puts the process-wide state a test may change back to how the process started: the language
+// (Chinese), the Light theme, no server-time offset, an empty core init block and no
+// unknown-scheme callback, no report or web delegates, the default log file size bound. Suites
+// call it from cleanup() so that no test inherits what an earlier one installed.
+void ResetGlobals();
+
 }  // namespace lxtest

@@ -139,7 +139,8 @@ private slots:
 
     void typePrecedence() {
         auto& cache = CLxWebImageCacheMgr::GetInstance();
-        QMovie movie(lxtest::SaveGif(m_dir.filePath(QStringLiteral("a.gif")), lxtest::MakeFrames(2, 8, 8)));
+        QMovie movie(
+            lxtest::CopyFixture(QStringLiteral("frames2_8x8_100ms.gif"), m_dir.filePath(QStringLiteral("a.gif"))));
         const QString x = QStringLiteral("x");
         QCOMPARE(cache.GetCacheType(x), 0);
         cache.InsertMovie(x, movie);
@@ -154,7 +155,8 @@ private slots:
 
     void moviesAreTheCachesOwn() {
         auto& cache = CLxWebImageCacheMgr::GetInstance();
-        const QString gif = lxtest::SaveGif(m_dir.filePath(QStringLiteral("a.gif")), lxtest::MakeFrames(3, 16, 8));
+        const QString gif =
+            lxtest::CopyFixture(QStringLiteral("frames3_16x8_100ms.gif"), m_dir.filePath(QStringLiteral("a.gif")));
         QObject parent;
         QMovie callers(gif, QByteArray(), &parent);
         callers.setCacheMode(QMovie::CacheAll);

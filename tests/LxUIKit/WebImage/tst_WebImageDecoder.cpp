@@ -98,7 +98,8 @@ private slots:
         segment.insert(2, QByteArray("\xFF\xE5\xFF\xF0", 4));  // APP5 of 65 KB in a 1 KB file
         QTest::newRow("jpeg segment longer than the file") << segment;
         // Qt's GIF reader reports the first frame's size and allocates the screen: 1.6 GB here.
-        QByteArray screen = lxtest::ReadAll(lxtest::SaveGif(m_dir.filePath("small.gif"), lxtest::MakeFrames(2, 4, 4)));
+        QByteArray screen =
+            lxtest::ReadAll(lxtest::CopyFixture(QStringLiteral("frames2_4x4_100ms.gif"), m_dir.filePath("small.gif")));
         screen[6] = screen[8] = char(20000 & 0xff);
         screen[7] = screen[9] = char(20000 >> 8);
         QTest::newRow("gif screen of 20000 x 20000 around a 4 x 4 frame") << screen;
@@ -144,7 +145,8 @@ private slots:
         // smaller canvas than still pictures.
         // The seed GIF with two bytes of its screen changed: 4 x 226 by its first frame (what
         // Qt's reader answers), 65284 x 226 by its screen (what it allocates).
-        QByteArray wide = lxtest::ReadAll(lxtest::SaveGif(m_dir.filePath("seed.gif"), lxtest::MakeFrames(2, 4, 4), 30));
+        QByteArray wide =
+            lxtest::ReadAll(lxtest::CopyFixture(QStringLiteral("frames2_4x4_30ms.gif"), m_dir.filePath("seed.gif")));
         wide[7] = char(0xff);
         wide[8] = char(0xe2);
         QTest::newRow("gif screen wider than its frame") << wide << true;

@@ -54,7 +54,7 @@ private slots:
         m_strPng = lxtest::SaveImage(Path("a.png"), lxtest::MakeTestImage(30, 20, Qt::red), "PNG");
         m_strPng2 = lxtest::SaveImage(Path("b.png"), lxtest::MakeTestImage(50, 10, Qt::green), "PNG");
         m_strJpeg = lxtest::SaveImage(Path("c.jpg"), lxtest::MakeTestImage(30, 30, Qt::blue), "JPEG");
-        m_strGif = lxtest::SaveGif(Path("anim.gif"), lxtest::MakeFrames(3, 12, 12), 30);
+        m_strGif = lxtest::CopyFixture(QStringLiteral("frames3_12x12_30ms.gif"), Path("anim.gif"));
         m_strSvg = Write("v.svg",
                          "<svg xmlns='http://www.w3.org/2000/svg' width='24' height='12'><rect width='24' "
                          "height='12' fill='#00f'/></svg>");
@@ -167,8 +167,8 @@ private slots:
         auto row = [](const char* tag, const QString& path, int type) { QTest::newRow(tag) << path << type; };
         row("jpeg named gif", Copy(m_strJpeg, "lie.gif"), 1);
         row("gif named png", Copy(m_strGif, "lie2.png"), 3);
-        row("gif of one frame", lxtest::SaveGif(Path("one.gif"), lxtest::MakeFrames(1, 12, 12)), 3);
-        row("animated webp", lxtest::SaveAnimatedWebp(Path("anim.webp"), lxtest::MakeFrames(3, 12, 12)), 3);
+        row("gif of one frame", lxtest::CopyFixture(QStringLiteral("frames1_12x12_100ms.gif"), Path("one.gif")), 3);
+        row("animated webp", lxtest::CopyFixture(QStringLiteral("frames3_12x12_100ms.webp"), Path("anim.webp")), 3);
         row("webp of one frame", lxtest::SaveImage(Path("one.webp"), lxtest::MakeTestImage(12, 12, Qt::red), "WEBP"),
             1);
         row("svg named png", Copy(m_strSvg, "vec.png"), 2);

@@ -86,12 +86,12 @@ private slots:
         split.fill(Qt::green);
         QPainter(&split).fillRect(0, 0, 20, 20, Qt::red);
         m_strFile[0] = lxtest::SaveImage(Path("split.png"), split, "PNG");
-        m_strFile[1] = lxtest::SaveGif(Path("anim.gif"), lxtest::MakeFrames(4, 16, 16), 30);
+        m_strFile[1] = lxtest::CopyFixture(QStringLiteral("frames4_16x16_30ms.gif"), Path("anim.gif"));
         m_strFile[2] = lxtest::WriteFile(Path("split.svg"),
                                          "<svg xmlns='http://www.w3.org/2000/svg' width='40' "
                                          "height='20'><rect width='20' height='20' fill='#f00'/>"
                                          "<rect x='20' width='20' height='20' fill='#0f0'/></svg>");
-        m_strWebp = lxtest::SaveAnimatedWebp(Path("anim.webp"), lxtest::MakeFrames(3, 16, 16), 30);
+        m_strWebp = lxtest::CopyFixture(QStringLiteral("frames3_16x16_30ms.webp"), Path("anim.webp"));
     }
     void init() { CLxWebImageCacheMgr::GetInstance().Clear(); }
 
@@ -309,8 +309,8 @@ private slots:
         constexpr int kPictures = 300;
         QStringList files;
         for (int i = 0; i < kPictures; ++i)
-            files << lxtest::SaveGif(Path(QStringLiteral("many/%1.gif").arg(i)), lxtest::MakeFrames(2, 4 + i % 5, 4),
-                                     30);
+            files << lxtest::CopyFixture(QStringLiteral("frames2_%1x4_30ms.gif").arg(4 + i % 5),
+                                         Path(QStringLiteral("many/%1.gif").arg(i)));
         const int before = lxtest::OpenFileCount();
         std::vector<std::unique_ptr<CLxWebAnimatedImageWidget>> widgets;
         for (int i = 0; i < kPictures; ++i) {

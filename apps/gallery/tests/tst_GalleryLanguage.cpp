@@ -27,6 +27,8 @@
 
 #include <algorithm>
 
+#include "LxTestSupport.h"
+
 namespace {
 
 const QString kOpen = QStringLiteral("⟦");
@@ -217,7 +219,10 @@ void TestGalleryLanguage::languageSwitchRetranslatesTheOpenWindow() {
     QVERIFY(!HasLabel(window.PageWidget(QStringLiteral("richtext")), QStringLiteral("Rich text")));
 }
 
-void TestGalleryLanguage::cleanupTestCase() { lxuikit::Uninit_LxUiKit_OnProcessExit_MainThread(); }
+void TestGalleryLanguage::cleanupTestCase() {
+    lxuikit::Uninit_LxUiKit_OnProcessExit_MainThread();
+    lxtest::ResetGlobals();  // the delegates and init block installed for the whole run
+}
 
 QTEST_MAIN(TestGalleryLanguage)
-#include "tst_gallery_language.moc"
+#include "tst_GalleryLanguage.moc"

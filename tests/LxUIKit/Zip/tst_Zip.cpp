@@ -107,6 +107,7 @@ class TestZip : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void init() { m_root.reset(new QTemporaryDir); }
+    void cleanup() { lxtest::ResetGlobals(); }
     void folderRoundTripKeepsHiddenEmptyModesAndTimes();
     void entriesAreNamedFromTheItemsParent();
     void folderPathsAreNormalised_data();
@@ -131,38 +132,23 @@ private:
 };
 
 void TestZip::folderRoundTripKeepsHiddenEmptyModesAndTimes() {
-    lxtest::WriteFile(P("logs/app.log"), "line1\nline2\n");
-    lxtest::WriteFile(P("logs/.hidden"), "secret");
+    MakeToolTree(P("logs"));
     lxtest::WriteFile(P("logs/.cfg/inner.txt"), "inner");
-    lxtest::WriteFile(P("logs/bin/run.sh"), "#!/bin/sh\necho hi\n");
-    lxtest::WriteFile(P("logs/data.bin"), QByteArray(200000, '\x7f') + QByteArray(1000, '\0'));
-    QDir().mkpath(P("logs/empty"));
-    QFile::setPermissions(P("logs/bin/run.sh"),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup);
     const QDateTime old = QDateTime::fromString(QStringLiteral("2021-03-04T05:06:08"), Qt::ISODate);
     {
-        QFile f(P("logs/app.log"));
+        QFile f(P("logs/a.txt"));
         QVERIFY(f.open(QIODevice::ReadWrite));
         QVERIFY(f.setFileTime(old, QFileDevice::FileModificationTime));
     }
     // Links are left out, whether to files or folders.
-    QVERIFY(QFile::link(P("logs/app.log"), P("logs/link.log")));
+    QVERIFY(QFile::link(P("logs/a.txt"), P("logs/link.log")));
     QVERIFY(QFile::link(P("logs/empty"), P("logs/linkdir")));
-
     QVERIFY(_zip::CompressDir(P("logs"), P("out/logs.zip")));
-    const QStringList entries = Entries(P("out/logs.zip"));
-    QCOMPARE(entries, (QStringList{"logs", "logs/.cfg", "logs/.cfg/inner.txt", "logs/.hidden", "logs/app.log",
-                                   "logs/bin", "logs/bin/run.sh", "logs/data.bin", "logs/empty"}));
-
     QVERIFY(_zip::ExtractDir(P("out/logs.zip"), P("x")));
-    QCOMPARE(Tree(P("x")), (QStringList{"logs", "logs/.cfg", "logs/.cfg/inner.txt", "logs/.hidden", "logs/app.log",
-                                        "logs/bin", "logs/bin/run.sh", "logs/data.bin", "logs/empty"}));
-    for (const char* f : {"app.log", ".hidden", ".cfg/inner.txt", "bin/run.sh", "data.bin"})
-        QCOMPARE(Read(P("x/logs/") + QLatin1String(f)), Read(P("logs/") + QLatin1String(f)));
-    QVERIFY(QFileInfo(P("x/logs/bin/run.sh")).permissions() & QFile::ExeOwner);
-    QVERIFY(!(QFileInfo(P("x/logs/app.log")).permissions() & QFile::ExeOwner));
+    QVERIFY(QFile::remove(P("logs/link.log")) && QFile::remove(P("logs/linkdir")));
+    CompareTrees(P("logs"), P("x/logs"), true);
     // Zip times have two-second precision.
-    QVERIFY(qAbs(QFileInfo(P("x/logs/app.log")).lastModified().secsTo(old)) <= 2);
+    QVERIFY(qAbs(QFileInfo(P("x/logs/a.txt")).lastModified().secsTo(old)) <= 2);
 }
 
 void TestZip::entriesAreNamedFromTheItemsParent() {
@@ -367,8 +353,8 @@ void TestZip::hostileArchivesAreRefused_data() {
     tiny.packed = 0x80000000u;
     QTest::newRow("packed size past the file") << lxtest::RawZip({tiny}) << "the file holds" << QStringList();
 
-    // Bombs: a thousand entries inflating one shared 1 MiB run of zeros; one entry claiming 3.75 GiB
-    // from 1 KiB; sizes adding up past the absolute bound.
+    // Bombs: a thousand entries inflating one shared 1 MiB run of zeros; one entry claiming just
+    // past the ratio bound; sizes adding up past the absolute bound.
     QList<RawZipEntry> shared{lxtest::DeflatedEntry("k0", QByteArray(1 << 20, '\0'))};
     for (int i = 1; i < 1000; ++i) {
         RawZipEntry e = shared.first();
@@ -377,8 +363,10 @@ void TestZip::hostileArchivesAreRefused_data() {
         shared << e;
     }
     QTest::newRow("bomb: shared data") << lxtest::RawZip(shared) << "the file holds" << QStringList();
+    // Declared to unpack to one byte past the ratio bound (the declared size leaves the length alone).
     RawZipEntry ratio = shared.first();
-    ratio.size = 0xF0000000u;
+    const qint64 ratioBytes = lxtest::RawZip({good, ratio}).size();
+    ratio.size = quint32((ratioBytes + 1) * _zip::kMaxExpansionRatio - 4);  // "good" holds the other 4
     QTest::newRow("bomb: expansion ratio") << lxtest::RawZip({good, ratio}) << "times its own" << QStringList();
     QList<RawZipEntry> many{good};
     for (int i = 0; i < 20; ++i) {
@@ -496,4 +484,4 @@ void TestZip::toolsReadWhatTheKitPacks() {
 }
 
 QTEST_GUILESS_MAIN(TestZip)
-#include "tst_zip.moc"
+#include "tst_Zip.moc"

@@ -1,79 +1,37 @@
-// HTTP over QNetworkAccessManager against a small server on 127.0.0.1 run by the test.
+// HTTP over QNetworkAccessManager against the shared local server on 127.0.0.1.
 
 #include <LxCore/Http.h>
 
 #include <QTcpServer>
-#include <QTcpSocket>
 #include <QThread>
 #include <QtTest>
 
+#include "LocalHttpServer.h"
 #include "LxTestSupport.h"
 
 namespace {
 
-// Answers by path: /hello, /missing (404), /echo (method + body), /upload (multipart fields back),
-// /big (1 MiB), /slow (never answers).
-class MiniHttpServer : public QObject {
-public:
-    MiniHttpServer() {
-        QVERIFY(m_server.listen(QHostAddress::LocalHost));
-        QObject::connect(&m_server, &QTcpServer::newConnection, this, [this] {
-            while (QTcpSocket* s = m_server.nextPendingConnection()) {
-                QObject::connect(s, &QTcpSocket::readyRead, s, [this, s] { OnData(s); });
-                QObject::connect(s, &QTcpSocket::disconnected, s, &QObject::deleteLater);
-            }
+using lxtest::LocalHttpServer;
+
+// The shared local server, answering by path: /hello, /echo (method and body), /upload (which
+// multipart fields arrived), /big (1 MiB), /slow (never answers); anything else 404.
+struct Server : LocalHttpServer {
+    Server() {
+        QVERIFY(Start());
+        SetRoute(QStringLiteral("/hello"), 200, "hello world");
+        SetRoute(QStringLiteral("/big"), 200, QByteArray(1 << 20, 'z'));
+        SetRoute(QStringLiteral("/slow"), kNeverAnswer, QByteArray());
+        SetHandler([](const Request& r) -> Reply {
+            if (r.path == QLatin1String("/echo"))
+                return {200, r.method + ":" + r.body};
+            if (r.path != QLatin1String("/upload"))
+                return {};
+            const auto has = [&r](const char* a, const char* b) { return r.body.contains(a) && r.body.contains(b); };
+            return {200, QByteArray("multipart=") + (r.head.contains("multipart/form-data; boundary=") ? "1" : "0") +
+                             " field=" + (has("name=\"note\"", "a note") ? "1" : "0") +
+                             " file=" + (has("filename=\"chart.png\"", "PNGDATA-123") ? "1" : "0")};
         });
     }
-    QString url(const QString& path) const {
-        return QStringLiteral("http://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(path);
-    }
-    int requests = 0;
-
-private:
-    void OnData(QTcpSocket* s) {
-        QByteArray& buf = m_buffers[s];
-        buf += s->readAll();
-        const int headerEnd = buf.indexOf("\r\n\r\n");
-        if (headerEnd < 0)
-            return;
-        const QByteArray head = buf.left(headerEnd);
-        int length = 0;
-        for (const QByteArray& line : head.split('\n'))
-            if (line.toLower().startsWith("content-length:"))
-                length = line.mid(15).trimmed().toInt();
-        if (buf.size() < headerEnd + 4 + length)
-            return;
-        const QByteArray body = buf.mid(headerEnd + 4, length);
-        const QList<QByteArray> first = head.left(head.indexOf("\r\n")).split(' ');
-        buf.clear();
-        ++requests;
-        const QByteArray method = first.value(0), path = first.value(1);
-        if (path == "/slow")
-            return;
-        int status = 200;
-        QByteArray out;
-        if (path == "/hello") {
-            out = "hello world";
-        } else if (path == "/echo") {
-            out = method + ":" + body;
-        } else if (path == "/upload") {
-            const bool multipart = head.contains("multipart/form-data; boundary=");
-            const bool hasField = body.contains("name=\"note\"") && body.contains("a note");
-            const bool hasFile = body.contains("filename=\"chart.png\"") && body.contains("PNGDATA-123");
-            out = QByteArray("multipart=") + (multipart ? "1" : "0") + " field=" + (hasField ? "1" : "0") +
-                  " file=" + (hasFile ? "1" : "0");
-        } else if (path == "/big") {
-            out = QByteArray(1 << 20, 'z');
-        } else {
-            status = 404;
-            out = "nope";
-        }
-        s->write("HTTP/1.1 " + QByteArray::number(status) + (status == 200 ? " OK" : " Not Found") +
-                 "\r\nContent-Length: " + QByteArray::number(out.size()) + "\r\nConnection: close\r\n\r\n" + out);
-        s->disconnectFromHost();
-    }
-    QTcpServer m_server;
-    QHash<QTcpSocket*, QByteArray> m_buffers;
 };
 
 struct Result {
@@ -95,23 +53,28 @@ core::network::http::DoneCallback Into(Result& r) {
 class TestHttp : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void cleanup() { lxtest::ResetGlobals(); }
     void getPostAndStatus();
     void multipartCarriesFieldsAndFiles();
     void saveToFileStreamsAndNeverLeavesPartialFiles();
     void cancelNeverCallsBack();
     void failuresCarryNetworkErrorAndStatus();
-    void startFromWorkerThreadAnswersOnMain();
 };
 
 void TestHttp::getPostAndStatus() {
-    MiniHttpServer server;
+    Server server;
     Result get, post, missing;
-    core::network::http::Start({server.url(QStringLiteral("/hello"))}, Into(get));
-    core::network::http::Request req{server.url(QStringLiteral("/echo"))};
+    // Started from another thread, answered on the GUI thread like the others.
+    const QString hello = server.Url(QStringLiteral("/hello"));
+    QThread* worker = QThread::create([&] { core::network::http::Start({hello}, Into(get)); });
+    worker->start();
+    QVERIFY(worker->wait(5000));
+    delete worker;
+    core::network::http::Request req{server.Url(QStringLiteral("/echo"))};
     req.method = "POST";
     req.body = "payload";
     core::network::http::Start(req, Into(post));
-    core::network::http::Start({server.url(QStringLiteral("/nothing-here"))}, Into(missing));
+    core::network::http::Start({server.Url(QStringLiteral("/nothing-here"))}, Into(missing));
     QTRY_VERIFY(get.done && post.done && missing.done);
     QVERIFY(get.resp.Ok());
     QCOMPARE(get.resp.i32HttpStatus, 200);
@@ -125,10 +88,10 @@ void TestHttp::getPostAndStatus() {
 }
 
 void TestHttp::multipartCarriesFieldsAndFiles() {
-    MiniHttpServer server;
+    Server server;
     lxtest::TempProductRoot root;
     const QString file = lxtest::WriteFile(root.path() + QStringLiteral("/chart.png"), "PNGDATA-123");
-    core::network::http::Request req{server.url(QStringLiteral("/upload"))};
+    core::network::http::Request req{server.Url(QStringLiteral("/upload"))};
     req.formFields.append({QStringLiteral("note"), QByteArray("a note")});
     req.fileFields.append({QStringLiteral("image"), file, QString(), QByteArray("image/png")});
     Result r;
@@ -146,9 +109,9 @@ void TestHttp::multipartCarriesFieldsAndFiles() {
 }
 
 void TestHttp::saveToFileStreamsAndNeverLeavesPartialFiles() {
-    MiniHttpServer server;
+    Server server;
     lxtest::TempProductRoot root;
-    core::network::http::Request req{server.url(QStringLiteral("/big"))};
+    core::network::http::Request req{server.Url(QStringLiteral("/big"))};
     req.strSaveToFile = root.path() + QStringLiteral("/dl/big.bin");
     qint64 lastProgress = 0;
     Result r;
@@ -161,7 +124,7 @@ void TestHttp::saveToFileStreamsAndNeverLeavesPartialFiles() {
     QCOMPARE(lastProgress, qint64(1 << 20));
     QVERIFY(!QFile::exists(req.strSaveToFile + QStringLiteral(".part")));
 
-    req.strUrl = server.url(QStringLiteral("/missing"));
+    req.strUrl = server.Url(QStringLiteral("/missing"));
     req.strSaveToFile = root.path() + QStringLiteral("/dl/missing.bin");
     Result failed;
     core::network::http::Start(req, Into(failed));
@@ -171,10 +134,10 @@ void TestHttp::saveToFileStreamsAndNeverLeavesPartialFiles() {
 }
 
 void TestHttp::cancelNeverCallsBack() {
-    MiniHttpServer server;
+    Server server;
     Result r;
-    const auto id = core::network::http::Start({server.url(QStringLiteral("/slow"))}, Into(r));
-    QTRY_COMPARE(server.requests, 1);
+    const auto id = core::network::http::Start({server.Url(QStringLiteral("/slow"))}, Into(r));
+    QTRY_COMPARE(server.TotalRequests(), 1);
     QCOMPARE(core::network::http::RunningCount(), 1);
     QVERIFY(core::network::http::Cancel(id));
     QVERIFY(!core::network::http::Cancel(id));
@@ -199,18 +162,5 @@ void TestHttp::failuresCarryNetworkErrorAndStatus() {
     QVERIFY(!invalid.resp.Ok());
 }
 
-void TestHttp::startFromWorkerThreadAnswersOnMain() {
-    MiniHttpServer server;
-    Result r;
-    const QString url = server.url(QStringLiteral("/hello"));
-    QThread* worker = QThread::create([&] { core::network::http::Start({url}, Into(r)); });
-    worker->start();
-    QVERIFY(worker->wait(5000));
-    delete worker;
-    QTRY_VERIFY(r.done);
-    QVERIFY(r.onMain);
-    QCOMPARE(r.resp.body, QByteArray("hello world"));
-}
-
 QTEST_GUILESS_MAIN(TestHttp)
-#include "tst_http.moc"
+#include "tst_Http.moc"
