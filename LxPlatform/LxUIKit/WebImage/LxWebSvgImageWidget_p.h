@@ -40,7 +40,6 @@ public:
 protected:
     qreal SourcePixelRatio() const override { return 1.0; }
     void paintEvent(QPaintEvent* event) override;
-    void InvalidatePrepared() override;
 
 private:
     bool LoadFile(const QString& filePath);
@@ -49,6 +48,4 @@ private:
 
     QPointer<QSvgRenderer> m_pRenderer;
     QString m_strFilePath;
-    QPixmap m_renderedPixmap;  // the last rendering, with its key
-    PrepareKey m_renderedKey;
 };
