@@ -62,8 +62,9 @@ void CLxWebStaticImageWidget::Copy() {
 
 bool CLxWebStaticImageWidget::GetRoundedCornerPixmapCache(QPixmap& pixmap) {
     // The scaled pixmap is new on every call, so the key is what it was made from.
-    LxPrepareKey key =
-        LxPrepareKey::Of(m_pixmap.cacheKey(), pixmap.size(), pixmap.devicePixelRatio(), GetDrawOptions(), QRect());
+    const LxImageDrawOptions& options = GetDrawOptions();
+    LxPrepareKey key = LxPrepareKey::Of(m_pixmap.cacheKey(), pixmap.size(), pixmap.devicePixelRatio(), options,
+                                        lxuikit_image::CropRect(options, m_pixmap.size()));
     key.bScaleToWidget = false;  // only the size the picture was scaled to matters
     key.dScale = 0;
     if (!m_roundedPixmap.isNull() && key == m_roundedKey) {
