@@ -4,7 +4,7 @@
 
 #include "FuzzApp.h"
 
-#include <LxUIKit/WebImage/LxWebImageDecoder.h>
+#include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
 
 #include <QBuffer>
 #include <QMovie>

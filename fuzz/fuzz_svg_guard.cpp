@@ -4,7 +4,7 @@
 
 #include "FuzzApp.h"
 
-#include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
+#include <LxUIKit/WebImage/LxSvgDocumentGuard_p.h>
 
 #include <QElapsedTimer>
 #include <QImage>

@@ -31,6 +31,7 @@
 #include <LxUIKit/WebImage/LWebImageReloadHelper.h>
 #include <LxUIKit/WebImage/LxCenterAspectCropper.h>
 #include <LxUIKit/WebImage/LxHttpDownloadDelegate.h>
+#include <LxUIKit/WebImage/LxImageDrawOptions.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 #include <LxUIKit/Zip/LxZip.h>

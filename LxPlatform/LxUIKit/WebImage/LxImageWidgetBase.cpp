@@ -1,4 +1,5 @@
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
+#include <LxUIKit/WebImage/LxImageWidgetBase_p.h>
 
 #include <LxCore/FileSystem.h>
 #include <LxCore/TimeDate.h>
@@ -25,117 +26,32 @@ QCache<QByteArray, QPixmap>& SharedPrepared() {
     return *s_pCache;
 }
 
-QByteArray SharedKey(const CLxImageWidgetBase::PrepareKey& key, bool bScaleToWidget) {
+QByteArray SharedKey(const LxPrepareKey& key) {
     QByteArray out;
     QDataStream stream(&out, QIODevice::WriteOnly);
     // The widget's size matters only when the picture is stretched to it.
-    stream << key.i64Source << (bScaleToWidget ? key.widgetSize : QSize()) << key.dDpr << key.bScaleToWidget
+    stream << key.i64Source << (key.bScaleToWidget ? key.widgetSize : QSize()) << key.dDpr << key.bScaleToWidget
            << key.dScale << key.i32Corner << key.dRadiusX << key.dRadiusY << key.crop;
     return out;
 }
 
 }  // namespace
 
-CLxImageWidgetBase::CLxImageWidgetBase(QWidget* parent) : QWidget(parent) {
-    setAttribute(Qt::WA_TranslucentBackground);
-    // Border colours come from the theme.
-    LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
-                         [this] { update(); });
-}
+// ---- drawing rules --------------------------------------------------------------------------
 
-CLxImageWidgetBase::~CLxImageWidgetBase() = default;
+namespace lxuikit_image {
 
-QSize CLxImageWidgetBase::GetImageSize() const { return QSize(); }
-
-QPixmap CLxImageWidgetBase::GetCurPixmap() { return QPixmap(); }
-
-QPixmap CLxImageWidgetBase::GetSourcePixmap() { return GetCurPixmap(); }
-
-void CLxImageWidgetBase::Copy() {
-    const QPixmap pixmap = GetSourcePixmap();
-    if (!LXUIKIT_ASSERT(!pixmap.isNull()))
-        return;
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    pixmap.save(&buffer, "PNG");
-    auto* mime = new QMimeData;
-    mime->setImageData(pixmap.toImage());
-    mime->setData(QStringLiteral("image/png"), png);
-    const QString path = SaveImageByteToClipboardTempFile(png);
-    if (!path.isEmpty())
-        mime->setUrls({QUrl::fromLocalFile(path)});
-    QApplication::clipboard()->setMimeData(mime);
-}
-
-QString CLxImageWidgetBase::SaveImageByteToClipboardTempFile(const QByteArray& bytes) {
-    const QString path = QDir::tempPath() + QStringLiteral("/%1.png").arg(core::time_date::GetSvrTimeMillis());
-    if (!core::fs::WriteFile(path, bytes)) {
-        LXUIKIT_LOG_WARN("cannot write the clipboard copy {}", path);
-        return QString();
-    }
-    return path;
-}
-
-void CLxImageWidgetBase::SetScaleFactor(double dScale) {
-    m_dScaleFactor = dScale;
-    InvalidatePrepared();
-    updateGeometry();
-    update();
-}
-
-void CLxImageWidgetBase::EnableScaleToWidgetSize(bool bEnable) {
-    if (m_bScaleToWidgetSize == bEnable)
-        return;
-    m_bScaleToWidgetSize = bEnable;
-    InvalidatePrepared();
-    updateGeometry();
-    update();
-}
-
-void CLxImageWidgetBase::SetRoundedCorner(LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
-    m_enCornerType = type;
-    m_dRadiusX = dRadiusX;
-    m_dRadiusY = dRadiusY;
-    InvalidatePrepared();
-    update();
-}
-
-void CLxImageWidgetBase::SetBorder(const std::string& strColorKey, double dWidth) {
-    m_strBorderColorKey = strColorKey;
-    m_dBorderWidth = dWidth;
-    update();
-}
-
-void CLxImageWidgetBase::SetImageCropper(std::shared_ptr<ILxWebImageCropper> pCropper) {
-    m_pCropper = std::move(pCropper);
-    InvalidatePrepared();
-    updateGeometry();
-    update();
-}
-
-QSize CLxImageWidgetBase::sizeHint() const {
-    QSize image = GetImageSize();
-    if (image.isEmpty())
-        return QWidget::sizeHint();
-    const QRect crop = CropRectFor(image);
-    if (!crop.isNull())
-        image = crop.size();
-    return (QSizeF(image) * m_dScaleFactor / SourcePixelRatio()).toSize();
-}
-
-QRect CLxImageWidgetBase::CropRectFor(const QSize& size) const {
-    if (!m_pCropper || size.isEmpty())
+QRect CropRect(const LxImageDrawOptions& options, const QSize& size) {
+    if (!options.pCropper || size.isEmpty())
         return QRect();
-    const QRect rect = m_pCropper->GetCropRect(size);
+    const QRect rect = options.pCropper->GetCropRect(size);
     if (!rect.isValid())
         return QRect();
     const QRect inside = rect.intersected(QRect(QPoint(0, 0), size));
     return inside.isEmpty() ? QRect() : inside;
 }
 
-QPainterPath CLxImageWidgetBase::MakeRoundedPath(const QRectF& rect, LxCornerRadiusType type, double dRadiusX,
-                                                 double dRadiusY) {
+QPainterPath RoundedPath(const QRectF& rect, LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
     QPainterPath path;
     const double rx = qBound(0.0, dRadiusX, rect.width() / 2), ry = qBound(0.0, dRadiusY, rect.height() / 2);
     bool tl = false, tr = false, br = false, bl = false;
@@ -169,7 +85,7 @@ QPainterPath CLxImageWidgetBase::MakeRoundedPath(const QRectF& rect, LxCornerRad
     return path;
 }
 
-void CLxImageWidgetBase::RoundPixmap(QPixmap& pixmap, LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
+void RoundPixmap(QPixmap& pixmap, LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
     if (pixmap.isNull() || type == LxCornerRadiusType::None)
         return;
     const qreal dpr = pixmap.devicePixelRatio();
@@ -179,107 +95,226 @@ void CLxImageWidgetBase::RoundPixmap(QPixmap& pixmap, LxCornerRadiusType type, d
     QPainter p(&rounded);
     p.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     // An antialiased mask first, then the picture kept only where the mask is.
-    p.fillPath(MakeRoundedPath(QRectF(QPointF(0, 0), QSizeF(pixmap.size()) / dpr), type, dRadiusX, dRadiusY),
-               Qt::black);
+    p.fillPath(RoundedPath(QRectF(QPointF(0, 0), QSizeF(pixmap.size()) / dpr), type, dRadiusX, dRadiusY), Qt::black);
     p.setCompositionMode(QPainter::CompositionMode_SourceIn);
     p.drawPixmap(0, 0, pixmap);
     p.end();
     pixmap = rounded;
 }
 
-void CLxImageWidgetBase::PaintBorder(QPainter& painter, const QRectF& rect, const std::string& strColorKey,
-                                     double dWidth, LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
-    if (dWidth <= 0 || strColorKey.empty() || rect.isEmpty())
+void PaintBorder(QPainter& painter, const QRectF& rect, const LxImageDrawOptions& options) {
+    const double width = options.dBorderWidth;
+    if (width <= 0 || options.strBorderColorKey.empty() || rect.isEmpty())
         return;
-    const QColor color = lx_ui_res::Provider::instance()->color(QString::fromStdString(strColorKey));
+    const QColor color = lx_ui_res::Provider::instance()->color(QString::fromStdString(options.strBorderColorKey));
     if (!color.isValid())
         return;
-    const double half = dWidth / 2;
+    const double half = width / 2;
     const QRectF inner = rect.adjusted(half, half, -half, -half);
     if (inner.isEmpty())
         return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, dWidth));
+    painter.setPen(QPen(color, width));
     painter.setBrush(Qt::NoBrush);
-    if (type == LxCornerRadiusType::None)
+    if (options.enCornerType == LxCornerRadiusType::None)
         painter.drawRect(inner);
     else  // the radii shrink by the half width the stroke moved in
-        painter.drawPath(MakeRoundedPath(inner, type, qMax(0.0, dRadiusX - half), qMax(0.0, dRadiusY - half)));
+        painter.drawPath(RoundedPath(inner, options.enCornerType, qMax(0.0, options.dRadiusX - half),
+                                     qMax(0.0, options.dRadiusY - half)));
     painter.restore();
 }
 
-void CLxImageWidgetBase::DrawRoundedCorner(QPixmap& pixmap) {
-    RoundPixmap(pixmap, m_enCornerType, m_dRadiusX, m_dRadiusY);
+void CopyToClipboard(const QImage& image, const QString& fileMime, const QByteArray& fileBytes,
+                     const QString& filePath) {
+    auto* mime = new QMimeData;
+    if (!fileMime.isEmpty())
+        mime->setData(fileMime, fileBytes);
+    QString url = filePath;
+    if (!image.isNull()) {
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, "PNG");
+        mime->setImageData(image);
+        mime->setData(QStringLiteral("image/png"), png);
+        url = CLxImageWidgetBase::SaveImageByteToClipboardTempFile(png);
+    }
+    if (!url.isEmpty())
+        mime->setUrls({QUrl::fromLocalFile(url)});
+    QApplication::clipboard()->setMimeData(mime);
 }
 
-bool CLxImageWidgetBase::GetRoundedCornerPixmapCache(QPixmap&) { return false; }
+}  // namespace lxuikit_image
 
-void CLxImageWidgetBase::DrawBorder(QPainter& painter, const QRectF& rect) const {
-    PaintBorder(painter, rect, m_strBorderColorKey, m_dBorderWidth, m_enCornerType, m_dRadiusX, m_dRadiusY);
-}
+// ---- prepared pixmaps -----------------------------------------------------------------------
 
-CLxImageWidgetBase::PrepareKey CLxImageWidgetBase::CurrentKey(qint64 i64Source, const QRect& crop) const {
-    PrepareKey key;
+LxPrepareKey LxPrepareKey::Of(qint64 i64Source, const QSize& widgetSize, qreal dDpr, const LxImageDrawOptions& options,
+                              const QRect& crop) {
+    LxPrepareKey key;
     key.i64Source = i64Source;
-    key.widgetSize = size();
-    key.dDpr = devicePixelRatioF();
-    key.bScaleToWidget = m_bScaleToWidgetSize;
-    key.dScale = m_dScaleFactor;
-    key.i32Corner = int(m_enCornerType);
-    key.dRadiusX = m_dRadiusX;
-    key.dRadiusY = m_dRadiusY;
+    key.widgetSize = widgetSize;
+    key.dDpr = dDpr;
+    key.bScaleToWidget = options.bScaleToWidget;
+    key.dScale = options.dScale;
+    key.i32Corner = int(options.enCornerType);
+    key.dRadiusX = options.dRadiusX;
+    key.dRadiusY = options.dRadiusY;
     key.crop = crop;
     return key;
 }
 
-void CLxImageWidgetBase::InvalidatePrepared() {
-    m_preparedKey = PrepareKey();
-    m_preparedPixmap = QPixmap();
+bool LxPrepareKey::operator==(const LxPrepareKey& o) const {
+    return i64Source == o.i64Source && widgetSize == o.widgetSize && dDpr == o.dDpr &&
+           bScaleToWidget == o.bScaleToWidget && dScale == o.dScale && i32Corner == o.i32Corner &&
+           dRadiusX == o.dRadiusX && dRadiusY == o.dRadiusY && crop == o.crop && viewBox == o.viewBox;
 }
 
-QPixmap CLxImageWidgetBase::Prepare(const QPixmap& source) {
-    const QRect crop = CropRectFor(source.size());
-    const PrepareKey key = CurrentKey(source.cacheKey(), crop);
-    if (!m_preparedPixmap.isNull() && key == m_preparedKey)
-        return m_preparedPixmap;
+void CLxPreparedPixmap::Invalidate() {
+    m_key = LxPrepareKey();
+    m_pixmap = QPixmap();
+}
+
+QPixmap CLxPreparedPixmap::Get(const LxPrepareKey& key, const std::function<QPixmap()>& make) {
+    if (!m_pixmap.isNull() && key == m_key)
+        return m_pixmap;
     QByteArray sharedKey;
-    if (m_bSharePrepared) {
-        sharedKey = SharedKey(key, m_bScaleToWidgetSize);
+    if (m_bShared) {
+        sharedKey = SharedKey(key);
         if (const QPixmap* shared = SharedPrepared().object(sharedKey)) {
-            m_preparedKey = key;
-            m_preparedPixmap = *shared;
-            return m_preparedPixmap;
+            m_key = key;
+            m_pixmap = *shared;
+            return m_pixmap;
         }
     }
-
-    QPixmap pixmap = crop.isNull() ? source : source.copy(crop);
-    const qreal dpr = key.dDpr;
-    pixmap.setDevicePixelRatio(dpr);
-    QSize target;
-    Qt::AspectRatioMode mode = Qt::KeepAspectRatio;
-    if (m_bScaleToWidgetSize) {
-        target = QSize(qRound(width() * dpr), qRound(height() * dpr));
-        mode = Qt::IgnoreAspectRatio;
-    } else {
-        target = QSize(qRound(pixmap.width() * m_dScaleFactor), qRound(pixmap.height() * m_dScaleFactor));
-    }
-    if (target.isEmpty())
-        return QPixmap();
-    if (target != pixmap.size()) {
-        pixmap = pixmap.scaled(target, mode, Qt::SmoothTransformation);
-        pixmap.setDevicePixelRatio(dpr);
-    }
-    if (m_enCornerType != LxCornerRadiusType::None && !GetRoundedCornerPixmapCache(pixmap))
-        DrawRoundedCorner(pixmap);
-
-    m_preparedKey = key;
-    m_preparedPixmap = pixmap;
-    if (m_bSharePrepared)
+    const QPixmap pixmap = make();
+    if (pixmap.isNull())
+        return pixmap;
+    m_key = key;
+    m_pixmap = pixmap;
+    if (m_bShared)
         SharedPrepared().insert(sharedKey, new QPixmap(pixmap),
                                 qMax(1, pixmap.width() * pixmap.height() * qMax(1, pixmap.depth() / 8)));
     return pixmap;
 }
+
+QPixmap CLxPreparedPixmap::Prepare(const QPixmap& source, const LxImageDrawOptions& options, const QSize& widgetSize,
+                                   qreal dDpr, lxuikit_image::Fit fit, const std::function<void(QPixmap&)>& round) {
+    const QRect crop = lxuikit_image::CropRect(options, source.size());
+    return Get(LxPrepareKey::Of(source.cacheKey(), widgetSize, dDpr, options, crop), [&] {
+        QPixmap pixmap = crop.isNull() ? source : source.copy(crop);
+        pixmap.setDevicePixelRatio(dDpr);
+        QSize target = pixmap.size();
+        Qt::AspectRatioMode mode = Qt::KeepAspectRatio;
+        if (options.bScaleToWidget) {
+            target = QSize(qRound(widgetSize.width() * dDpr), qRound(widgetSize.height() * dDpr));
+            mode = Qt::IgnoreAspectRatio;
+        } else if (fit == lxuikit_image::Fit::Picture) {
+            target = QSize(qRound(pixmap.width() * options.dScale), qRound(pixmap.height() * options.dScale));
+        }
+        if (target.isEmpty())
+            return QPixmap();
+        if (target != pixmap.size()) {
+            pixmap = pixmap.scaled(target, mode, Qt::SmoothTransformation);
+            pixmap.setDevicePixelRatio(dDpr);
+        }
+        if (options.enCornerType != LxCornerRadiusType::None) {
+            if (round)
+                round(pixmap);
+            else
+                lxuikit_image::RoundPixmap(pixmap, options.enCornerType, options.dRadiusX, options.dRadiusY);
+        }
+        return pixmap;
+    });
+}
+
+// ---- CLxImageWidgetBase ---------------------------------------------------------------------
+
+CLxImageWidgetBase::CLxImageWidgetBase(QWidget* parent)
+    : QWidget(parent), m_pD(std::make_unique<CLxImageWidgetBasePrivate>()) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    // Border colours come from the theme.
+    LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                         [this] { update(); });
+}
+
+CLxImageWidgetBase::~CLxImageWidgetBase() = default;
+
+QSize CLxImageWidgetBase::GetImageSize() const { return QSize(); }
+
+QPixmap CLxImageWidgetBase::GetCurPixmap() { return QPixmap(); }
+
+QPixmap CLxImageWidgetBase::GetSourcePixmap() { return GetCurPixmap(); }
+
+void CLxImageWidgetBase::Copy() {
+    const QPixmap pixmap = GetSourcePixmap();
+    if (!LXUIKIT_ASSERT(!pixmap.isNull()))
+        return;
+    lxuikit_image::CopyToClipboard(pixmap.toImage());
+}
+
+QString CLxImageWidgetBase::SaveImageByteToClipboardTempFile(const QByteArray& bytes) {
+    const QString path = QDir::tempPath() + QStringLiteral("/%1.png").arg(core::time_date::GetSvrTimeMillis());
+    if (!core::fs::WriteFile(path, bytes)) {
+        LXUIKIT_LOG_WARN("cannot write the clipboard copy {}", path);
+        return QString();
+    }
+    return path;
+}
+
+void CLxImageWidgetBase::SetDrawOptions(const LxImageDrawOptions& options) {
+    m_pD->m_options = options;
+    InvalidatePrepared();
+    updateGeometry();
+    update();
+}
+
+const LxImageDrawOptions& CLxImageWidgetBase::GetDrawOptions() const { return m_pD->m_options; }
+
+void CLxImageWidgetBase::SetScaleFactor(double dScale) { SetDrawOptions(m_pD->m_options.WithScale(dScale)); }
+
+double CLxImageWidgetBase::GetScaleFactor() const { return m_pD->m_options.dScale; }
+
+void CLxImageWidgetBase::EnableScaleToWidgetSize(bool bEnable) {
+    if (m_pD->m_options.bScaleToWidget == bEnable)
+        return;
+    SetDrawOptions(m_pD->m_options.WithScaleToWidget(bEnable));
+}
+
+bool CLxImageWidgetBase::IsScaleToWidgetSize() const { return m_pD->m_options.bScaleToWidget; }
+
+void CLxImageWidgetBase::SetRoundedCorner(LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
+    SetDrawOptions(m_pD->m_options.WithCorners(type, dRadiusX, dRadiusY));
+}
+
+LxCornerRadiusType CLxImageWidgetBase::GetRoundedCornerType() const { return m_pD->m_options.enCornerType; }
+
+void CLxImageWidgetBase::SetBorder(const std::string& strColorKey, double dWidth) {
+    SetDrawOptions(m_pD->m_options.WithBorder(strColorKey, dWidth));
+}
+
+void CLxImageWidgetBase::SetImageCropper(std::shared_ptr<ILxWebImageCropper> pCropper) {
+    SetDrawOptions(m_pD->m_options.WithCropper(std::move(pCropper)));
+}
+
+QSize CLxImageWidgetBase::sizeHint() const {
+    QSize image = GetImageSize();
+    if (image.isEmpty())
+        return QWidget::sizeHint();
+    const QRect crop = lxuikit_image::CropRect(m_pD->m_options, image);
+    if (!crop.isNull())
+        image = crop.size();
+    return (QSizeF(image) * m_pD->m_options.dScale / SourcePixelRatio()).toSize();
+}
+
+void CLxImageWidgetBase::DrawRoundedCorner(QPixmap& pixmap) {
+    const LxImageDrawOptions& o = m_pD->m_options;
+    lxuikit_image::RoundPixmap(pixmap, o.enCornerType, o.dRadiusX, o.dRadiusY);
+}
+
+bool CLxImageWidgetBase::GetRoundedCornerPixmapCache(QPixmap&) { return false; }
+
+void CLxImageWidgetBase::InvalidatePrepared() { m_pD->m_prepared.Invalidate(); }
 
 void CLxImageWidgetBase::paintEvent(QPaintEvent*) {
     const QPixmap source = GetCurPixmap();
@@ -287,11 +322,16 @@ void CLxImageWidgetBase::paintEvent(QPaintEvent*) {
         hide();
         return;
     }
-    const QPixmap pixmap = Prepare(source);
+    const QPixmap pixmap = m_pD->m_prepared.Prepare(source, m_pD->m_options, size(), devicePixelRatioF(),
+                                                    lxuikit_image::Fit::Picture, [this](QPixmap& p) {
+                                                        if (!GetRoundedCornerPixmapCache(p))
+                                                            DrawRoundedCorner(p);
+                                                    });
     if (pixmap.isNull())
         return;
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     painter.drawPixmap(QPointF(0, 0), pixmap);
-    DrawBorder(painter, QRectF(QPointF(0, 0), QSizeF(pixmap.size()) / pixmap.devicePixelRatio()));
+    lxuikit_image::PaintBorder(painter, QRectF(QPointF(0, 0), QSizeF(pixmap.size()) / pixmap.devicePixelRatio()),
+                               m_pD->m_options);
 }

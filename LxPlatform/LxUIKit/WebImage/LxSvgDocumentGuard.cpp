@@ -1,6 +1,6 @@
-#include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
+#include <LxUIKit/WebImage/LxSvgDocumentGuard_p.h>
 
-#include <LxUIKit/WebImage/LxWebImageDecoder.h>
+#include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
 
 #include <QFile>
 #include <QHash>

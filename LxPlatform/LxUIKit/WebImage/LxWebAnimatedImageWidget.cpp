@@ -1,15 +1,12 @@
-#include <LxUIKit/WebImage/LxWebAnimatedImageWidget.h>
+#include <LxUIKit/WebImage/LxWebAnimatedImageWidget_p.h>
 
 #include <LxCore/FileSystem.h>
 #include <LxUIKit/LxUIKitLog_p.h>
+#include <LxUIKit/WebImage/LxImageWidgetBase_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
-#include <LxUIKit/WebImage/LxWebImageDecoder.h>
+#include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
 
-#include <QApplication>
-#include <QClipboard>
 #include <QHash>
-#include <QMimeData>
-#include <QUrl>
 
 namespace {
 
@@ -200,8 +197,5 @@ void CLxWebAnimatedImageWidget::Copy() {
         LXUIKIT_LOG_WARN("cannot read {} to copy it", path);
         return;
     }
-    auto* mime = new QMimeData;
-    mime->setData(QStringLiteral("image/gif"), bytes);
-    mime->setUrls({QUrl::fromLocalFile(path)});
-    QApplication::clipboard()->setMimeData(mime);
+    lxuikit_image::CopyToClipboard(QImage(), QStringLiteral("image/gif"), bytes, path);
 }

@@ -1,4 +1,4 @@
-#include <LxUIKit/WebImage/LxWebImageDecoder.h>
+#include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
 
 #include <QBuffer>
 #include <QFile>

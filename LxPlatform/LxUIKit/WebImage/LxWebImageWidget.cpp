@@ -4,13 +4,13 @@
 #include <LxStdUI/ResProvider.h>
 #include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/LxUIKitLog_p.h>
-#include <LxUIKit/WebImage/LxImageWidgetBase.h>
-#include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
-#include <LxUIKit/WebImage/LxWebAnimatedImageWidget.h>
+#include <LxUIKit/WebImage/LxImageWidgetBase_p.h>
+#include <LxUIKit/WebImage/LxSvgDocumentGuard_p.h>
+#include <LxUIKit/WebImage/LxWebAnimatedImageWidget_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
-#include <LxUIKit/WebImage/LxWebImageDecoder.h>
-#include <LxUIKit/WebImage/LxWebStaticImageWidget.h>
-#include <LxUIKit/WebImage/LxWebSvgImageWidget.h>
+#include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
+#include <LxUIKit/WebImage/LxWebStaticImageWidget_p.h>
+#include <LxUIKit/WebImage/LxWebSvgImageWidget_p.h>
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -18,6 +18,7 @@
 #include <QImageReader>
 #include <QMovie>
 #include <QPainter>
+#include <QPointer>
 #include <QSvgRenderer>
 #include <QUrl>
 
@@ -39,12 +40,46 @@ void RegisterMetaTypes() {
     (void)s_bRegistered;
 }
 
+bool HasSvgSuffix(const QString& path) {
+    if (IsSvgSuffix(QFileInfo(path).suffix()))
+        return true;
+    const QString urlPath = QUrl(path, QUrl::TolerantMode).path(QUrl::FullyDecoded);
+    return IsSvgSuffix(QFileInfo(urlPath).suffix());
+}
+
 }  // namespace
 
+class LxWebImageWidgetPrivate {
+public:
+    enum ShowingDefault { ShowingNone, ShowingInit, ShowingFail };
+
+    void ShowDefaultImage(LxWebImageWidget* q, ShowingDefault which);
+
+    QPointer<CLxImageWidgetBase> m_pImageWidget;
+    LxWebImageWidget::LxImageType m_enImageType = LxWebImageWidget::ImageType_None;
+    LxImageDrawOptions m_options;  // handed to every picture widget; the placeholder uses them too
+    QPixmap m_defaultPixmap;
+    CLxPreparedPixmap m_preparedDefault;
+    QString m_strDefaultInitImagePath = QString::fromLatin1(LxWebImageWidget::kDefaultInitImagePath);
+    QString m_strDefaultFailImagePath = QString::fromLatin1(LxWebImageWidget::kDefaultFailImagePath);
+    ShowingDefault m_enShowingDefault = ShowingNone;
+    QString m_strImageUrl;
+};
+
+void LxWebImageWidgetPrivate::ShowDefaultImage(LxWebImageWidget* q, ShowingDefault which) {
+    const QString& path = which == ShowingInit ? m_strDefaultInitImagePath : m_strDefaultFailImagePath;
+    std::shared_ptr<const QPixmap> pixmap;
+    if (!path.isEmpty())
+        lx_ui_res::Provider::instance()->get(pixmap, path);
+    m_defaultPixmap = pixmap ? *pixmap : QPixmap();
+    m_enShowingDefault = which;
+    if (m_pImageWidget)
+        m_pImageWidget->Clear();
+    q->update();
+}
+
 LxWebImageWidget::LxWebImageWidget(QWidget* parent)
-    : QWidget(parent),
-      m_strDefaultInitImagePath(QString::fromLatin1(kDefaultInitImagePath)),
-      m_strDefaultFailImagePath(QString::fromLatin1(kDefaultFailImagePath)) {
+    : QWidget(parent), m_pD(std::make_unique<LxWebImageWidgetPrivate>()) {
     RegisterMetaTypes();
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -56,15 +91,8 @@ LxWebImageWidget::LxWebImageWidget(QWidget* parent)
 // The base LUIKitHttpDownloadDelegate unregisters this receiver from the downloader.
 LxWebImageWidget::~LxWebImageWidget() = default;
 
-bool LxWebImageWidget::HasSvgSuffix(const QString& path) {
-    if (IsSvgSuffix(QFileInfo(path).suffix()))
-        return true;
-    const QString urlPath = QUrl(path, QUrl::TolerantMode).path(QUrl::FullyDecoded);
-    return IsSvgSuffix(QFileInfo(urlPath).suffix());
-}
-
 void LxWebImageWidget::SetUrl(const QString& url, const QString& downloadDirPath) {
-    m_strImageUrl = url;
+    m_pD->m_strImageUrl = url;
     if (url.isEmpty()) {
         LXUIKIT_LOG_INFO("url is empty, return.");
         ShowDefaultInitImage();
@@ -82,13 +110,12 @@ void LxWebImageWidget::SetUrl(const QString& url, const QString& downloadDirPath
         type = ImageType_Animated;
     if (CreateAndInitPrivateImageWidget(type)) {
         ClearDefaultImage();
-        m_pImageWidget->EnableScaleToWidgetSize(m_bScaleToWidgetSize);
-        if (m_pImageWidget->LoadCache(url)) {
+        if (m_pD->m_pImageWidget->LoadCache(url)) {
             emit ImageLoadStatusSignal(url, LxImageLoadStatus::Loaded);
             return;
         }
     }
-    SetDefaultImageSkin(m_strDefaultInitImagePath, m_strDefaultFailImagePath);
+    SetDefaultImageSkin(m_pD->m_strDefaultInitImagePath, m_pD->m_strDefaultFailImagePath);
     if (!downloadDirPath.isEmpty())
         ILxUIKitHttpDownloadMgr::setDowndloadDirPath(url.toStdString(), downloadDirPath.toStdString());
     ILxUIKitHttpDownloadMgr::setCacheMode(url.toStdString(), lxuikit_http::LxHttpDownloadCacheMode::ReuseDownloaded);
@@ -96,8 +123,8 @@ void LxWebImageWidget::SetUrl(const QString& url, const QString& downloadDirPath
 }
 
 void LxWebImageWidget::OnDownloadSuccess(const QString& url, const QString& filePath, const QByteArray&) {
-    if (url != m_strImageUrl) {
-        LXUIKIT_LOG_INFO("m_strImageUrl:{},strUrl:{}", m_strImageUrl, url);
+    if (url != m_pD->m_strImageUrl) {
+        LXUIKIT_LOG_INFO("m_strImageUrl:{},strUrl:{}", m_pD->m_strImageUrl, url);
         return;
     }
     if (!core::fs::IsFileExist(filePath)) {
@@ -112,8 +139,7 @@ void LxWebImageWidget::OnDownloadSuccess(const QString& url, const QString& file
     const LxImageType type = GetImageType(filePath);
     LXUIKIT_LOG_INFO("strUrl:{},strFilePath:{},enImageType:{}", url, filePath, int(type));
     if (CreateAndInitPrivateImageWidget(type)) {
-        m_pImageWidget->EnableScaleToWidgetSize(m_bScaleToWidgetSize);
-        if (m_pImageWidget->Load(url, filePath)) {
+        if (m_pD->m_pImageWidget->Load(url, filePath)) {
             emit ImageLoadStatusSignal(url, LxImageLoadStatus::Loaded);
             return;
         }
@@ -124,8 +150,8 @@ void LxWebImageWidget::OnDownloadSuccess(const QString& url, const QString& file
 }
 
 void LxWebImageWidget::OnDownloadFailed(const QString& url, int, int) {
-    if (url != m_strImageUrl) {
-        LXUIKIT_LOG_INFO("m_strImageUrl:{},strUrl:{}", m_strImageUrl, url);
+    if (url != m_pD->m_strImageUrl) {
+        LXUIKIT_LOG_INFO("m_strImageUrl:{},strUrl:{}", m_pD->m_strImageUrl, url);
         return;
     }
     ShowDefaultFailImage();
@@ -134,7 +160,7 @@ void LxWebImageWidget::OnDownloadFailed(const QString& url, int, int) {
 
 void LxWebImageWidget::LoadLocalImage(const QString& path) {
     // A local picture supersedes whatever was being downloaded.
-    m_strImageUrl = path;
+    m_pD->m_strImageUrl = path;
     const LxImageType type = GetImageType(path);
     if (type != ImageType_Svg) {
         QImageReader reader(path);
@@ -147,8 +173,7 @@ void LxWebImageWidget::LoadLocalImage(const QString& path) {
     }
     if (CreateAndInitPrivateImageWidget(type)) {
         ClearDefaultImage();
-        m_pImageWidget->EnableScaleToWidgetSize(m_bScaleToWidgetSize);
-        if (m_pImageWidget->Load(path, path)) {
+        if (m_pD->m_pImageWidget->Load(path, path)) {
             emit ImageLoadStatusSignal(path, LxImageLoadStatus::Loaded);
             return;
         }
@@ -196,125 +221,117 @@ LxWebImageWidget::LxImageType LxWebImageWidget::GetImageType(const QString& file
 }
 
 bool LxWebImageWidget::CreateAndInitPrivateImageWidget(LxImageType type) {
-    if (m_pImageWidget && m_enImageType == type) {
-        m_pImageWidget->Clear();
-        m_pImageWidget->show();
+    QPointer<CLxImageWidgetBase>& widget = m_pD->m_pImageWidget;
+    if (widget && m_pD->m_enImageType == type) {
+        widget->Clear();
+        widget->show();
     } else {
-        if (m_pImageWidget) {
+        if (widget) {
             // Let go of the old picture now (a shared movie, a renderer); the widget goes later.
-            m_pImageWidget->Clear();
-            m_pImageWidget->hide();
-            layout()->removeWidget(m_pImageWidget);
-            m_pImageWidget->deleteLater();
+            widget->Clear();
+            widget->hide();
+            layout()->removeWidget(widget);
+            widget->deleteLater();
         }
-        m_enImageType = type;
+        m_pD->m_enImageType = type;
         switch (type) {
-        case ImageType_Animated: m_pImageWidget = new CLxWebAnimatedImageWidget(this); break;
-        case ImageType_Svg: m_pImageWidget = new CLxWebSvgImageWidget(this); break;
-        default: m_pImageWidget = new CLxWebStaticImageWidget(this); break;
+        case ImageType_Animated: widget = new CLxWebAnimatedImageWidget(this); break;
+        case ImageType_Svg: widget = new CLxWebSvgImageWidget(this); break;
+        default: widget = new CLxWebStaticImageWidget(this); break;
         }
-        layout()->addWidget(m_pImageWidget);
+        layout()->addWidget(widget);
     }
-    if (m_pImageWidget) {
-        m_pImageWidget->SetRoundedCorner(m_enCornerType, m_dRadiusX, m_dRadiusY);
-        m_pImageWidget->SetImageCropper(m_pCropper);
-        m_pImageWidget->SetScaleFactor(m_dScaleFactor);
-        m_pImageWidget->SetBorder(m_strBorderColorKey, m_dBorderWidth);
-    }
-    return m_pImageWidget != nullptr;
+    if (widget)
+        widget->SetDrawOptions(m_pD->m_options);
+    return widget != nullptr;
+}
+
+QString LxWebImageWidget::GetUrl() const { return m_pD->m_strImageUrl; }
+
+CLxImageWidgetBase* LxWebImageWidget::GetPrivateImageWidget() const { return m_pD->m_pImageWidget; }
+
+LxWebImageWidget::LxImageType LxWebImageWidget::GetPrivateImageType() const { return m_pD->m_enImageType; }
+
+QPixmap LxWebImageWidget::GetDefaultPixmap() const { return m_pD->m_defaultPixmap; }
+
+bool LxWebImageWidget::IsShowingFailImage() const {
+    return m_pD->m_enShowingDefault == LxWebImageWidgetPrivate::ShowingFail;
 }
 
 void LxWebImageWidget::Clear() {
-    if (m_pImageWidget)
-        m_pImageWidget->Clear();
+    if (m_pD->m_pImageWidget)
+        m_pD->m_pImageWidget->Clear();
     ClearDefaultImage();
 }
 
 void LxWebImageWidget::Copy() {
+    CLxImageWidgetBase* m_pImageWidget = m_pD->m_pImageWidget;
     LXUIKIT_ASSERT_RETURN(m_pImageWidget);
     m_pImageWidget->Copy();
 }
 
-QSize LxWebImageWidget::GetImageSize() const { return m_pImageWidget ? m_pImageWidget->GetImageSize() : QSize(); }
-
-QPixmap LxWebImageWidget::GetSourcePixmap() const {
-    return m_pImageWidget ? m_pImageWidget->GetSourcePixmap() : QPixmap();
+QSize LxWebImageWidget::GetImageSize() const {
+    return m_pD->m_pImageWidget ? m_pD->m_pImageWidget->GetImageSize() : QSize();
 }
 
-void LxWebImageWidget::SetRoundedCorner(LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
-    m_enCornerType = type;
-    m_dRadiusX = dRadiusX;
-    m_dRadiusY = dRadiusY;
-    if (m_pImageWidget)
-        m_pImageWidget->SetRoundedCorner(type, dRadiusX, dRadiusY);
+QPixmap LxWebImageWidget::GetSourcePixmap() const {
+    return m_pD->m_pImageWidget ? m_pD->m_pImageWidget->GetSourcePixmap() : QPixmap();
+}
+
+void LxWebImageWidget::SetDrawOptions(const LxImageDrawOptions& options) {
+    m_pD->m_options = options;
+    m_pD->m_preparedDefault.Invalidate();
+    if (m_pD->m_pImageWidget)
+        m_pD->m_pImageWidget->SetDrawOptions(options);
     update();
+}
+
+const LxImageDrawOptions& LxWebImageWidget::GetDrawOptions() const { return m_pD->m_options; }
+
+void LxWebImageWidget::SetRoundedCorner(LxCornerRadiusType type, double dRadiusX, double dRadiusY) {
+    SetDrawOptions(m_pD->m_options.WithCorners(type, dRadiusX, dRadiusY));
 }
 
 void LxWebImageWidget::EnableScaleToWidgetSize(bool bEnable) {
-    m_bScaleToWidgetSize = bEnable;
-    if (m_pImageWidget)
-        m_pImageWidget->EnableScaleToWidgetSize(bEnable);
-    update();
+    SetDrawOptions(m_pD->m_options.WithScaleToWidget(bEnable));
 }
 
-void LxWebImageWidget::SetScaleFactor(double dScale) {
-    m_dScaleFactor = dScale;
-    if (m_pImageWidget)
-        m_pImageWidget->SetScaleFactor(dScale);
-    update();
-}
+void LxWebImageWidget::SetScaleFactor(double dScale) { SetDrawOptions(m_pD->m_options.WithScale(dScale)); }
+
+double LxWebImageWidget::GetScaleFactor() const { return m_pD->m_options.dScale; }
 
 void LxWebImageWidget::SetBorder(const std::string& strColorKey, double dWidth) {
-    m_strBorderColorKey = strColorKey;
-    m_dBorderWidth = dWidth;
-    if (m_pImageWidget)
-        m_pImageWidget->SetBorder(strColorKey, dWidth);
-    update();
+    SetDrawOptions(m_pD->m_options.WithBorder(strColorKey, dWidth));
 }
 
 void LxWebImageWidget::SetImageCropper(std::shared_ptr<ILxWebImageCropper> pCropper) {
-    m_pCropper = std::move(pCropper);
-    if (m_pImageWidget)
-        m_pImageWidget->SetImageCropper(m_pCropper);
-    update();
+    SetDrawOptions(m_pD->m_options.WithCropper(std::move(pCropper)));
 }
 
 void LxWebImageWidget::SetDefaultImageSkin(const QString& initImagePath, const QString& failImagePath) {
-    m_strDefaultInitImagePath = initImagePath;
-    m_strDefaultFailImagePath = failImagePath;
+    m_pD->m_strDefaultInitImagePath = initImagePath;
+    m_pD->m_strDefaultFailImagePath = failImagePath;
     LXUIKIT_LOG_INFO("strDefaultInitImagePath: {}, strDefaultFailImagePath: {}", initImagePath, failImagePath);
     ShowDefaultInitImage();
 }
 
-void LxWebImageWidget::ShowDefaultInitImage() { ShowDefaultImage(ShowingInit); }
+void LxWebImageWidget::ShowDefaultInitImage() { m_pD->ShowDefaultImage(this, LxWebImageWidgetPrivate::ShowingInit); }
 
-void LxWebImageWidget::ShowDefaultFailImage() { ShowDefaultImage(ShowingFail); }
-
-void LxWebImageWidget::ShowDefaultImage(ShowingDefault which) {
-    const QString& path = which == ShowingInit ? m_strDefaultInitImagePath : m_strDefaultFailImagePath;
-    std::shared_ptr<const QPixmap> pixmap;
-    if (!path.isEmpty())
-        lx_ui_res::Provider::instance()->get(pixmap, path);
-    m_defaultPixmap = pixmap ? *pixmap : QPixmap();
-    m_enShowingDefault = which;
-    if (m_pImageWidget)
-        m_pImageWidget->Clear();
-    update();
-}
+void LxWebImageWidget::ShowDefaultFailImage() { m_pD->ShowDefaultImage(this, LxWebImageWidgetPrivate::ShowingFail); }
 
 void LxWebImageWidget::ClearDefaultImage() {
-    m_defaultPixmap = QPixmap();
-    m_enShowingDefault = ShowingNone;
+    m_pD->m_defaultPixmap = QPixmap();
+    m_pD->m_enShowingDefault = LxWebImageWidgetPrivate::ShowingNone;
     update();
 }
 
 void LxWebImageWidget::OnThemeChanged() {
-    if (m_defaultPixmap.isNull()) {
+    if (m_pD->m_defaultPixmap.isNull()) {
         LXUIKIT_LOG_DEBUG("m_defaultPixmap is null, return.");
         return;
     }
     // Resolve the placeholder again: the new theme may have its own variant.
-    if (m_enShowingDefault == ShowingFail)
+    if (m_pD->m_enShowingDefault == LxWebImageWidgetPrivate::ShowingFail)
         ShowDefaultFailImage();
     else
         ShowDefaultInitImage();
@@ -322,33 +339,17 @@ void LxWebImageWidget::OnThemeChanged() {
 
 void LxWebImageWidget::paintEvent(QPaintEvent* event) {
     QWidget::paintEvent(event);
-    if (m_defaultPixmap.isNull())
+    if (m_pD->m_defaultPixmap.isNull())
         return;
-    QPixmap pixmap = m_defaultPixmap;
-    if (m_pCropper) {
-        const QRect crop = m_pCropper->GetCropRect(pixmap.size());
-        if (crop.isValid()) {
-            const QRect inside = crop.intersected(pixmap.rect());
-            if (!inside.isEmpty())
-                pixmap = pixmap.copy(inside);
-        }
-    }
-    const qreal dpr = devicePixelRatioF();
-    pixmap.setDevicePixelRatio(dpr);
-    if (m_bScaleToWidgetSize) {
-        const QSize target(qRound(width() * dpr), qRound(height() * dpr));
-        if (target.isEmpty())
-            return;
-        pixmap = pixmap.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        pixmap.setDevicePixelRatio(dpr);
-    }
-    if (m_enCornerType != LxCornerRadiusType::None)
-        CLxImageWidgetBase::RoundPixmap(pixmap, m_enCornerType, m_dRadiusX, m_dRadiusY);
+    const LxImageDrawOptions& options = m_pD->m_options;
+    const QPixmap pixmap = m_pD->m_preparedDefault.Prepare(m_pD->m_defaultPixmap, options, size(), devicePixelRatioF(),
+                                                           lxuikit_image::Fit::Placeholder);
+    if (pixmap.isNull())
+        return;
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     const QRect target(0, 0, width(), height());
     painter.drawPixmap(target, pixmap);
-    if (m_enCornerType == LxCornerRadiusType::None)
-        CLxImageWidgetBase::PaintBorder(painter, target, m_strBorderColorKey, m_dBorderWidth, m_enCornerType,
-                                        m_dRadiusX, m_dRadiusY);
+    if (options.enCornerType == LxCornerRadiusType::None)
+        lxuikit_image::PaintBorder(painter, target, options);
 }

@@ -32,15 +32,17 @@
 
 #include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
+#include <LxUIKit/WebImage/LxImageDrawOptions.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 #include <LxUIKit/WebImage/LxWebImageDefine.h>
 
 #include <QPixmap>
-#include <QPointer>
 #include <QWidget>
 
 #include <memory>
 #include <string>
+
+class LxWebImageWidgetPrivate;
 
 class LXUIKIT_EXPORT LxWebImageWidget : public QWidget, public LUIKitHttpDownloadDelegate {
     Q_OBJECT
@@ -60,7 +62,7 @@ public:
     // Starts showing `url` (web address or local path); `downloadDirPath` (optional) is where the
     // downloader keeps the file.
     void SetUrl(const QString& url, const QString& downloadDirPath = QString());
-    QString GetUrl() const { return m_strImageUrl; }
+    QString GetUrl() const;
     // Shows a file that exists on disk (the path is also its cache key).
     void LoadLocalImage(const QString& path);
     // Kind of picture in a file: content first, then the name.
@@ -71,10 +73,14 @@ public:
     QSize GetImageSize() const;
     QPixmap GetSourcePixmap() const;
 
+    // The drawing options of the picture and the placeholder (see LxImageDrawOptions); the setters
+    // below change one of them. Each reaches the current picture widget and repaints.
+    void SetDrawOptions(const LxImageDrawOptions& options);
+    const LxImageDrawOptions& GetDrawOptions() const;
     void SetRoundedCorner(LxCornerRadiusType type, double dRadiusX, double dRadiusY);
     void EnableScaleToWidgetSize(bool bEnable);
     void SetScaleFactor(double dScale);
-    double GetScaleFactor() const { return m_dScaleFactor; }
+    double GetScaleFactor() const;
     void SetBorder(const std::string& strColorKey, double dWidth);
     void SetImageCropper(std::shared_ptr<ILxWebImageCropper> pCropper);
 
@@ -84,10 +90,10 @@ public:
     void ClearDefaultImage();
 
     // Introspection (tests, tools).
-    CLxImageWidgetBase* GetPrivateImageWidget() const { return m_pImageWidget; }
-    LxImageType GetPrivateImageType() const { return m_enImageType; }
-    QPixmap GetDefaultPixmap() const { return m_defaultPixmap; }
-    bool IsShowingFailImage() const { return m_enShowingDefault == ShowingFail; }
+    CLxImageWidgetBase* GetPrivateImageWidget() const;
+    LxImageType GetPrivateImageType() const;
+    QPixmap GetDefaultPixmap() const;
+    bool IsShowingFailImage() const;
 
 Q_SIGNALS:
     void ImageLoadStatusSignal(const QString& url, LxImageLoadStatus status);
@@ -99,24 +105,7 @@ private Q_SLOTS:
     void OnThemeChanged();
 
 private:
-    enum ShowingDefault { ShowingNone, ShowingInit, ShowingFail };
     bool CreateAndInitPrivateImageWidget(LxImageType type);
-    void ShowDefaultImage(ShowingDefault which);
-    static bool HasSvgSuffix(const QString& path);
 
-    QPointer<CLxImageWidgetBase> m_pImageWidget;
-    LxImageType m_enImageType = ImageType_None;
-    LxCornerRadiusType m_enCornerType = LxCornerRadiusType::None;
-    double m_dRadiusX = 0.0;
-    double m_dRadiusY = 0.0;
-    QPixmap m_defaultPixmap;
-    QString m_strDefaultInitImagePath;
-    QString m_strDefaultFailImagePath;
-    ShowingDefault m_enShowingDefault = ShowingNone;
-    QString m_strImageUrl;
-    bool m_bScaleToWidgetSize = false;
-    double m_dScaleFactor = 1.0;
-    std::string m_strBorderColorKey;
-    double m_dBorderWidth = 0.0;
-    std::shared_ptr<ILxWebImageCropper> m_pCropper;
+    std::unique_ptr<LxWebImageWidgetPrivate> m_pD;
 };

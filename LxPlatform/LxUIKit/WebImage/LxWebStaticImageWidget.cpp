@@ -1,17 +1,11 @@
-#include <LxUIKit/WebImage/LxWebStaticImageWidget.h>
+#include <LxUIKit/WebImage/LxWebStaticImageWidget_p.h>
 
 #include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
-#include <LxUIKit/WebImage/LxWebImageDecoder.h>
-
-#include <QApplication>
-#include <QBuffer>
-#include <QClipboard>
-#include <QMimeData>
-#include <QUrl>
+#include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
 
 CLxWebStaticImageWidget::CLxWebStaticImageWidget(QWidget* parent) : CLxImageWidgetBase(parent) {
-    m_bSharePrepared = true;
+    d_func()->m_prepared.m_bShared = true;
 }
 
 bool CLxWebStaticImageWidget::Load(const QString& url, const QString& filePath) {
@@ -63,32 +57,22 @@ QPixmap CLxWebStaticImageWidget::GetCurPixmap() { return m_pixmap; }
 void CLxWebStaticImageWidget::Copy() {
     if (!LXUIKIT_ASSERT(!m_pixmap.isNull()))
         return;
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    m_pixmap.save(&buffer, "PNG");
-    auto* mime = new QMimeData;
-    mime->setImageData(m_pixmap.toImage());
-    mime->setData(QStringLiteral("image/png"), png);
-    const QString path = SaveImageByteToClipboardTempFile(png);
-    if (!path.isEmpty())
-        mime->setUrls({QUrl::fromLocalFile(path)});
-    QApplication::clipboard()->setMimeData(mime);
+    lxuikit_image::CopyToClipboard(m_pixmap.toImage());
 }
 
 bool CLxWebStaticImageWidget::GetRoundedCornerPixmapCache(QPixmap& pixmap) {
     // The scaled pixmap is new on every call, so the key is what it was made from.
-    const QString options = QStringLiteral("%1|%2|%3").arg(int(m_enCornerType)).arg(m_dRadiusX).arg(m_dRadiusY);
-    if (!m_roundedPixmap.isNull() && m_i64RoundedSource == m_pixmap.cacheKey() && m_roundedSize == pixmap.size() &&
-        m_dRoundedDpr == pixmap.devicePixelRatio() && m_strRoundedOptions == options) {
+    const LxImageDrawOptions& options = GetDrawOptions();
+    LxPrepareKey key = LxPrepareKey::Of(m_pixmap.cacheKey(), pixmap.size(), pixmap.devicePixelRatio(), options,
+                                        lxuikit_image::CropRect(options, m_pixmap.size()));
+    key.bScaleToWidget = false;  // only the size the picture was scaled to matters
+    key.dScale = 0;
+    if (!m_roundedPixmap.isNull() && key == m_roundedKey) {
         pixmap = m_roundedPixmap;
         return true;
     }
     DrawRoundedCorner(pixmap);
     m_roundedPixmap = pixmap;
-    m_i64RoundedSource = m_pixmap.cacheKey();
-    m_roundedSize = pixmap.size();
-    m_dRoundedDpr = pixmap.devicePixelRatio();
-    m_strRoundedOptions = options;
+    m_roundedKey = key;
     return true;
 }

@@ -1,17 +1,13 @@
-#include <LxUIKit/WebImage/LxWebSvgImageWidget.h>
+#include <LxUIKit/WebImage/LxWebSvgImageWidget_p.h>
 
 #include <LxCore/FileSystem.h>
 #include <LxUIKit/LxUIKitLog_p.h>
-#include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
+#include <LxUIKit/WebImage/LxImageWidgetBase_p.h>
+#include <LxUIKit/WebImage/LxSvgDocumentGuard_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 
-#include <QApplication>
-#include <QBuffer>
-#include <QClipboard>
-#include <QMimeData>
 #include <QPainter>
 #include <QSvgRenderer>
-#include <QUrl>
 
 namespace {
 // A copy is rendered at the intrinsic size, but never larger than this on its longer side.
@@ -78,12 +74,6 @@ void CLxWebSvgImageWidget::Clear() {
     update();
 }
 
-void CLxWebSvgImageWidget::InvalidatePrepared() {
-    CLxImageWidgetBase::InvalidatePrepared();
-    m_renderedPixmap = QPixmap();
-    m_renderedKey = PrepareKey();
-}
-
 QSize CLxWebSvgImageWidget::GetImageSize() const {
     return m_pRenderer && m_pRenderer->isValid() ? m_pRenderer->defaultSize() : QSize();
 }
@@ -131,21 +121,10 @@ QPixmap CLxWebSvgImageWidget::GetSourcePixmap() {
 void CLxWebSvgImageWidget::Copy() {
     if (!LXUIKIT_ASSERT(m_pRenderer != nullptr && m_pRenderer->isValid()))
         return;
-    const QImage image = RenderImage(m_pRenderer->defaultSize(), devicePixelRatioF());
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
     QByteArray svg;
     core::fs::ReadFile(m_strFilePath, svg);
-    auto* mime = new QMimeData;
-    mime->setData(QStringLiteral("image/svg+xml"), svg);
-    mime->setData(QStringLiteral("image/png"), png);
-    mime->setImageData(image);
-    const QString path = SaveImageByteToClipboardTempFile(png);
-    if (!path.isEmpty())
-        mime->setUrls({QUrl::fromLocalFile(path)});
-    QApplication::clipboard()->setMimeData(mime);
+    lxuikit_image::CopyToClipboard(RenderImage(m_pRenderer->defaultSize(), devicePixelRatioF()),
+                                   QStringLiteral("image/svg+xml"), svg);
 }
 
 bool CLxWebSvgImageWidget::GetRoundedCornerPixmapCache(QPixmap& pixmap) {
@@ -159,11 +138,12 @@ void CLxWebSvgImageWidget::paintEvent(QPaintEvent*) {
         hide();
         return;
     }
+    const LxImageDrawOptions& options = GetDrawOptions();
     const QSize intrinsic = m_pRenderer->defaultSize();
-    const QRect crop = CropRectFor(intrinsic);
+    const QRect crop = lxuikit_image::CropRect(options, intrinsic);
     QRectF viewBox = m_pRenderer->viewBoxF();
     QSizeF logical =
-        m_bScaleToWidgetSize ? QSizeF(size()) : QSizeF(crop.isNull() ? intrinsic : crop.size()) * m_dScaleFactor;
+        options.bScaleToWidget ? QSizeF(size()) : QSizeF(crop.isNull() ? intrinsic : crop.size()) * options.dScale;
     if (!crop.isNull() && !intrinsic.isEmpty()) {
         // The crop is in intrinsic pixels; map it into view box units.
         const double kx = viewBox.width() / intrinsic.width(), ky = viewBox.height() / intrinsic.height();
@@ -174,24 +154,27 @@ void CLxWebSvgImageWidget::paintEvent(QPaintEvent*) {
     const QSize pixels(qRound(logical.width() * dpr), qRound(logical.height() * dpr));
     if (pixels.isEmpty())
         return;
-    PrepareKey key = CurrentKey(m_pRenderer->animated() ? -1 : 1, crop);
+    // Vector pictures are rendered at the target size rather than scaled; an animated one every time.
+    CLxPreparedPixmap& prepared = d_func()->m_prepared;
+    if (m_pRenderer->animated())
+        prepared.Invalidate();
+    LxPrepareKey key = LxPrepareKey::Of(1, size(), dpr, options, crop);
     key.viewBox = viewBox;
-    if (m_renderedPixmap.isNull() || key != m_renderedKey || m_pRenderer->animated()) {
-        QPixmap pixmap(pixels);
-        pixmap.fill(Qt::transparent);
+    const QPixmap pixmap = prepared.Get(key, [&] {
+        QPixmap rendered(pixels);
+        rendered.fill(Qt::transparent);
         {
-            QPainter p(&pixmap);
+            QPainter p(&rendered);
             p.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
             renderSvg(&p, QRectF(QPointF(0, 0), QSizeF(pixels)), viewBox);
         }
-        pixmap.setDevicePixelRatio(dpr);
-        if (m_enCornerType != LxCornerRadiusType::None)
-            GetRoundedCornerPixmapCache(pixmap);
-        m_renderedPixmap = pixmap;
-        m_renderedKey = key;
-    }
+        rendered.setDevicePixelRatio(dpr);
+        if (options.enCornerType != LxCornerRadiusType::None)
+            GetRoundedCornerPixmapCache(rendered);
+        return rendered;
+    });
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(QPointF(0, 0), m_renderedPixmap);
-    DrawBorder(painter, QRectF(QPointF(0, 0), QSizeF(pixels) / dpr));
+    painter.drawPixmap(QPointF(0, 0), pixmap);
+    lxuikit_image::PaintBorder(painter, QRectF(QPointF(0, 0), QSizeF(pixels) / dpr), options);
 }

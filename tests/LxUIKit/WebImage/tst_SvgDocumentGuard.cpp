@@ -4,8 +4,8 @@
 #include "ImageFixtures.h"
 #include "LxTestSupport.h"
 
-#include <LxUIKit/WebImage/LxSvgDocumentGuard.h>
-#include <LxUIKit/WebImage/LxWebSvgImageWidget.h>
+#include <LxUIKit/WebImage/LxSvgDocumentGuard_p.h>
+#include <LxUIKit/WebImage/LxWebSvgImageWidget_p.h>
 
 #include <QBuffer>
 #include <QPainter>

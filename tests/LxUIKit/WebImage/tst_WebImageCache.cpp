@@ -45,6 +45,7 @@ private slots:
         QTest::newRow("ascii") << QStringLiteral("https://img.example.com/a/b.png?size=96");
         QTest::newRow("empty") << QString();
         QTest::newRow("non-ascii") << QStringLiteral("https://图片.example/头像.png");
+        QTest::newRow("latin-1") << QStringLiteral("https://img.example/café.png");
         QTest::newRow("long ascii") << QStringLiteral("https://x/") + QString(600, QLatin1Char('a'));
         QTest::newRow("lone surrogate") << QStringLiteral("a") + QChar(0xd800) + QStringLiteral("b");
     }

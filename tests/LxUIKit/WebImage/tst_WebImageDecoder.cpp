@@ -5,8 +5,8 @@
 #include "ImageFixtures.h"
 #include "LxTestSupport.h"
 
-#include <LxUIKit/WebImage/LxWebAnimatedImageWidget.h>
-#include <LxUIKit/WebImage/LxWebImageDecoder.h>
+#include <LxUIKit/WebImage/LxWebAnimatedImageWidget_p.h>
+#include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 
 #include <QBuffer>

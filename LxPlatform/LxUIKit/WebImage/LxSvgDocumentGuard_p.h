@@ -27,11 +27,10 @@
 // Everything is read from memory: the checked bytes are what QSvgRenderer loads, so the file can
 // not change between the check and the parse.
 
-#include <LxUIKit/LxUIKitExport.h>
 #include <QByteArray>
 #include <QString>
 
-class LXUIKIT_EXPORT CLxSvgDocumentGuard {
+class CLxSvgDocumentGuard {
 public:
     static constexpr qint64 kMaxFileBytes = 2 * 1024 * 1024;
     static constexpr qint64 kMaxDocumentBytes = 4 * 1024 * 1024;

@@ -14,13 +14,12 @@
 // own operation), moves on to the cache's newer movie for the URL if there is one, else to a movie
 // of its own on the same file, so it keeps animating.
 
-#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 
 #include <QMovie>
 #include <QPointer>
 
-class LXUIKIT_EXPORT CLxWebAnimatedImageWidget : public CLxImageWidgetBase {
+class CLxWebAnimatedImageWidget : public CLxImageWidgetBase {
     Q_OBJECT
 public:
     explicit CLxWebAnimatedImageWidget(QWidget* parent = nullptr);

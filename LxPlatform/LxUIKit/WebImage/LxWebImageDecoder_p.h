@@ -33,13 +33,12 @@
 // decoded. 64 Mpx is the pixel bound because the largest camera pictures shared in feeds are
 // below it, and 256 MiB of pixels is the most one picture may cost.
 
-#include <LxUIKit/LxUIKitExport.h>
 #include <QByteArray>
 #include <QImage>
 #include <QSize>
 #include <QString>
 
-class LXUIKIT_EXPORT CLxWebImageDecoder {
+class CLxWebImageDecoder {
 public:
     static constexpr qint64 kMaxPixels = 64LL * 1024 * 1024;
     static constexpr qint64 kMaxDecodeBytes = kMaxPixels * 4;  // one 32-bit frame: 256 MiB

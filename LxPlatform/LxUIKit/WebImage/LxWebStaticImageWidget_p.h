@@ -3,10 +3,10 @@
 // Load decodes the file through CLxWebImageDecoder's checks and puts the pixmap into the image
 // cache; LoadCache takes the cache's pixmap (shared, never copied).
 
-#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
+#include <LxUIKit/WebImage/LxImageWidgetBase_p.h>
 
-class LXUIKIT_EXPORT CLxWebStaticImageWidget : public CLxImageWidgetBase {
+class CLxWebStaticImageWidget : public CLxImageWidgetBase {
     Q_OBJECT
 public:
     explicit CLxWebStaticImageWidget(QWidget* parent = nullptr);
@@ -26,10 +26,8 @@ private:
     void SetPixmap(const QPixmap& pixmap);
 
     QPixmap m_pixmap;
-    // The last rounded pixmap and what it was made from.
+    // The last rounded pixmap and what it was made from (the source's cache key, the scaled size
+    // and ratio, the corner type and radii).
     QPixmap m_roundedPixmap;
-    qint64 m_i64RoundedSource = 0;
-    QSize m_roundedSize;
-    qreal m_dRoundedDpr = 0;
-    QString m_strRoundedOptions;
+    LxPrepareKey m_roundedKey;
 };

@@ -12,14 +12,13 @@
 // renderer asks. The cache keeps only the file's path (LoadCache reads and checks it again).
 // Visible only with a valid renderer and a non-empty intrinsic size.
 
-#include <LxUIKit/LxUIKitExport.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 
 #include <QPointer>
 
 class QSvgRenderer;
 
-class LXUIKIT_EXPORT CLxWebSvgImageWidget : public CLxImageWidgetBase {
+class CLxWebSvgImageWidget : public CLxImageWidgetBase {
     Q_OBJECT
 public:
     explicit CLxWebSvgImageWidget(QWidget* parent = nullptr);
@@ -41,7 +40,6 @@ public:
 protected:
     qreal SourcePixelRatio() const override { return 1.0; }
     void paintEvent(QPaintEvent* event) override;
-    void InvalidatePrepared() override;
 
 private:
     bool LoadFile(const QString& filePath);
@@ -50,6 +48,4 @@ private:
 
     QPointer<QSvgRenderer> m_pRenderer;
     QString m_strFilePath;
-    QPixmap m_renderedPixmap;  // the last rendering, with its key
-    PrepareKey m_renderedKey;
 };

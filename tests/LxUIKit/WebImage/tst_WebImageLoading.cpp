@@ -1,5 +1,7 @@
-// LxWebImageWidget and LWebImageReloadHelper against a scripted in-process downloader: the road
-// of one picture, type detection, supersession, failures, placeholders, retries, shared movies.
+// Loading: LxWebImageWidget and LWebImageReloadHelper against a scripted in-process downloader.
+// The road of one URL to its status signal: cache, download, type detection, supersession,
+// failures, placeholders, retries and movies shared between viewers. (How a picture is drawn is
+// tst_WebImageDrawing's.)
 
 #include "ImageFixtures.h"
 #include "LxTestSupport.h"
@@ -7,7 +9,7 @@
 
 #include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/WebImage/LWebImageReloadHelper.h>
-#include <LxUIKit/WebImage/LxWebAnimatedImageWidget.h>
+#include <LxUIKit/WebImage/LxWebAnimatedImageWidget_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 
@@ -38,7 +40,7 @@ const QColor kLightFailed(0xfb, 0xea, 0xea);
 
 }  // namespace
 
-class tst_WebImageWidget : public QObject {
+class tst_WebImageLoading : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_dir;
@@ -59,9 +61,12 @@ private slots:
                          "<svg xmlns='http://www.w3.org/2000/svg' width='24' height='12'><rect width='24' "
                          "height='12' fill='#00f'/></svg>");
     }
-    void init() {
+    void init() { m_pDelegate = lxtest::ScriptedDownloadDelegate::Install(); }
+    void cleanup() {
+        QTest::qWait(0);  // queued retries and deferred deletions run while the delegate is there
+        ILxUIKitHttpDownloadMgr::setDelegate(nullptr);
+        m_pDelegate = nullptr;
         CLxWebImageCacheMgr::GetInstance().Clear();
-        m_pDelegate = lxtest::ScriptedDownloadDelegate::Install();  // fresh records
         SetTheme(lx_ui_theme::Manager::Light);
     }
 
@@ -193,7 +198,15 @@ private slots:
 
     void privateWidgetFollowsTheContent() {
         LxWebImageWidget w;
+        // Drawing options set before any picture reach every picture widget made later.
+        w.SetScaleFactor(2);
+        w.SetRoundedCorner(LxCornerRadiusType::Top, 3, 4);
+        auto optionsArrived = [&w] {
+            const LxImageDrawOptions& o = w.GetPrivateImageWidget()->GetDrawOptions();
+            return o.dScale == 2 && o.enCornerType == LxCornerRadiusType::Top && o.dRadiusY == 4;
+        };
         w.SetUrl(QStringLiteral("http://img.test/1"));
+        QVERIFY(optionsArrived());
         QPointer<CLxImageWidgetBase> waiting = w.GetPrivateImageWidget();  // a miss prepares a static one
         QCOMPARE(w.GetPrivateImageType(), LxWebImageWidget::ImageType_Static);
         m_pDelegate->Succeed(QStringLiteral("http://img.test/1"), m_strPng);
@@ -201,6 +214,7 @@ private slots:
         w.SetUrl(QStringLiteral("http://img.test/2"));
         m_pDelegate->Succeed(QStringLiteral("http://img.test/2"), m_strGif);
         QCOMPARE(w.GetPrivateImageType(), LxWebImageWidget::ImageType_Animated);
+        QVERIFY(optionsArrived());
         QTRY_VERIFY(waiting.isNull());  // the old one goes later
         // An SVG name in the URL picks the SVG widget before any download.
         const QString svgUrl = QStringLiteral("https://img.test/icons/logo.SVG?v=2");
@@ -406,5 +420,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_WebImageWidget)
-#include "tst_WebImageWidget.moc"
+QTEST_MAIN(tst_WebImageLoading)
+#include "tst_WebImageLoading.moc"
