@@ -39,6 +39,7 @@
 #include <memory>
 
 class CLxRichTextLayoutPrivate;
+class CQtDocumentLayout;
 class QTextBlock;
 
 class CLxRichTextLayout : public QAbstractTextDocumentLayout {
@@ -99,6 +100,7 @@ private:
     // True when Qt's layout is in charge (no limit), after bringing it up to date.
     bool EnsureQtLayout() const;
     void SyncQtLayout() const;
+    CQtDocumentLayout* QtLayout() const;
 
     std::unique_ptr<CLxRichTextLayoutPrivate> m_pPrivate;
 };
