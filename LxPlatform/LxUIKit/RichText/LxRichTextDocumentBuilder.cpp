@@ -85,7 +85,7 @@ const PreparedFormat& Prepared(const QString& strKey, const QString& strSampleHt
 }
 
 // `<a href="N"` at the start of an opening tag: N, and where it ends; -1 without one.
-int HrefEnd(const QString& html, QString* pHref) {
+int HrefEnd(const QStringRef& html, QString* pHref) {
     static const QLatin1String kOpen("<a href=\"");
     if (!html.startsWith(kOpen))
         return -1;
@@ -95,9 +95,19 @@ int HrefEnd(const QString& html, QString* pHref) {
         ++i;
     if (i == start || i >= html.size() || html.at(i) != QLatin1Char('"'))
         return -1;
-    *pHref = html.mid(start, i - start);
+    *pHref = html.mid(start, i - start).toString();
     return i;
 }
+
+// The last few text tags seen, compared in place: a fill of one style builds no key at all.
+struct RecentTag {
+    QString strTail;  // the opening tag after its href, and the closing tag
+    QString strClose;
+    PreparedFormat prepared;
+};
+constexpr int kRecentTags = 4;
+RecentTag s_recent[kRecentTags];
+int s_i32NextRecent = 0;
 
 // Shown text holds complete entities and "<br>" only; anything else is left to the HTML reader.
 bool IsPlainShownText(const QString& shown) {
@@ -134,19 +144,34 @@ bool ReadTextPiece(const QString& html, const QString& shown, CLxRichTextDocumen
     const int textLength = html.size() - open - 1 - close.size();
     if (textLength != shown.size() || html.midRef(open + 1, textLength) != shown || !IsPlainShownText(shown))
         return false;
-    const QString opening = html.left(open + 1);
+    const QStringRef opening = html.leftRef(open + 1);
     if (opening.indexOf(QLatin1Char('<'), 1) >= 0)
         return false;
     const int hrefEnd = HrefEnd(opening, &piece.strHref);
-    if (hrefEnd < 0 && opening.contains(QLatin1String("href")))
+    // Only an anchor's href means something to the reader, and only the leading one is handled.
+    if (hrefEnd < 0 && opening.startsWith(QLatin1String("<a")))
         return false;
+    const QStringRef tail = hrefEnd < 0 ? opening : opening.mid(hrefEnd);
     piece.bPicture = false;
-    piece.strKey = (hrefEnd < 0 ? opening : QLatin1String("<a href") + opening.mid(hrefEnd)) + close;
     piece.strText = shown;
-    const PreparedFormat& prepared = Prepared(piece.strKey, opening + QLatin1String("x \t x") + close, false);
-    piece.bKeepSpace = prepared.bKeepSpace;
-    piece.format = prepared.format;
-    return prepared.bValid;
+    const PreparedFormat* pPrepared = nullptr;
+    for (const RecentTag& recent : s_recent)
+        if (recent.strTail == tail && recent.strClose == close) {
+            pPrepared = &recent.prepared;
+            break;
+        }
+    if (!pPrepared) {
+        const QString key = (hrefEnd < 0 ? QString() : QStringLiteral("<a href")) + tail.toString() + close;
+        RecentTag& slot = s_recent[s_i32NextRecent];
+        s_i32NextRecent = (s_i32NextRecent + 1) % kRecentTags;
+        slot.strTail = tail.toString();
+        slot.strClose = close;
+        slot.prepared = Prepared(key, opening.toString() + QLatin1String("x \t x") + close, false);
+        pPrepared = &slot.prepared;
+    }
+    piece.bKeepSpace = pPrepared->bKeepSpace;
+    piece.format = pPrepared->format;
+    return pPrepared->bValid;
 }
 
 bool ReadPicturePiece(const QString& html, CLxRichTextDocumentBuilder::Piece& piece) {
@@ -172,7 +197,7 @@ bool ReadPicturePiece(const QString& html, CLxRichTextDocumentBuilder::Piece& pi
             return false;
         i = end + 1;
     }
-    const int hrefEnd = HrefEnd(html, &piece.strHref);
+    const int hrefEnd = HrefEnd(html.midRef(0), &piece.strHref);
     if (hrefEnd < 0 && html.contains(QLatin1String("href")))
         return false;
     QString key = html;
@@ -180,11 +205,10 @@ bool ReadPicturePiece(const QString& html, CLxRichTextDocumentBuilder::Piece& pi
     if (hrefEnd >= 0)
         key = QLatin1String("<a href") + key.mid(hrefEnd);
     piece.bPicture = true;
-    piece.strKey = key;
     piece.strText = path;
     QString sample = html;
     sample.replace(srcStart, srcEnd - srcStart, QStringLiteral("x"));
-    const PreparedFormat& prepared = Prepared(piece.strKey, sample, true);
+    const PreparedFormat& prepared = Prepared(key, sample, true);
     piece.format = prepared.format;
     return prepared.bValid;
 }
@@ -206,6 +230,8 @@ bool CLxRichTextDocumentBuilder::Prepare(const CLxRichText::SnippetList& vecSnip
         Piece piece;
         if (!ReadTextPiece(html, snippet->GetShownText(), piece) && !ReadPicturePiece(html, piece))
             return false;
+        if (!piece.strHref.isEmpty())
+            piece.format.setAnchorHref(piece.strHref);
         vecPieces.push_back(std::move(piece));
     }
     return true;
@@ -221,17 +247,15 @@ void CLxRichTextDocumentBuilder::Fill(QTextDocument* pDoc, const std::vector<Pie
     Space space = Space::Drop;  // white space at the start of the document goes
     QString text;
     for (const Piece& piece : vecPieces) {
-        QTextCharFormat format = piece.format;
-        if (!piece.strHref.isEmpty())
-            format.setAnchorHref(piece.strHref);
         if (piece.bPicture) {
-            QTextImageFormat image = format.toImageFormat();
+            QTextImageFormat image = piece.format.toImageFormat();
             image.setName(piece.strText);
             cursor.insertImage(image, QTextFrameFormat::InFlow);
             space = Space::CollapseNext;
             continue;
         }
         text.clear();
+        text.reserve(piece.strText.size());
         if (piece.bKeepSpace)
             space = Space::Keep;
         // Blanks follow the reader's rules: kept in pre-wrap text, else each run becomes one blank,
@@ -266,7 +290,7 @@ void CLxRichTextDocumentBuilder::Fill(QTextDocument* pDoc, const std::vector<Pie
             }
         }
         if (!text.isEmpty())
-            cursor.insertText(text, format);
+            cursor.insertText(text, piece.format);
     }
     cursor.endEditBlock();
 }

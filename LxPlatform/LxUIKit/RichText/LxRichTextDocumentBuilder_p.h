@@ -26,10 +26,9 @@ public:
     // documents filled later (the measuring document) show the same content.
     struct Piece {
         bool bPicture = false;
-        QString strKey;           // the markup with the anchor index and the picture path taken out
         QString strHref;          // the anchor index, empty for plain text
         QString strText;          // the escaped shown text (text pieces) or the picture path
-        QTextCharFormat format;   // as the HTML reader makes it, without the anchor index
+        QTextCharFormat format;   // as the HTML reader makes it, with the anchor index
         bool bKeepSpace = false;  // pre-wrap text
     };
 

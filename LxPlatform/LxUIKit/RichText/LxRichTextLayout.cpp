@@ -119,7 +119,21 @@ void DrawListMarker(QPainter* p, const QTextDocument* doc, const QTextBlock& blo
 
 }  // namespace
 
-void CLxRichTextLayoutPrivate::Init() { i32EllipsisWidth = QFontMetrics(QFont()).horizontalAdvance(kEllipsis); }
+// Measured once per default font: every label makes a layout, and shaping "..." costs more than
+// the rest of making one.
+void CLxRichTextLayoutPrivate::Init() {
+    // Kept for the process (a font must not outlive the application's font system at exit).
+    static QFont* s_pFont = nullptr;
+    static int s_i32Width = 0;
+    const QFont font;
+    if (!s_pFont || !(font == *s_pFont)) {
+        if (!s_pFont)
+            s_pFont = new QFont;
+        *s_pFont = font;
+        s_i32Width = QFontMetrics(font).horizontalAdvance(kEllipsis);
+    }
+    i32EllipsisWidth = s_i32Width;
+}
 
 CLxRichTextLayout::CLxRichTextLayout(QTextDocument* pDoc)
     : QAbstractTextDocumentLayout(pDoc), m_pPrivate(std::make_unique<CLxRichTextLayoutPrivate>()) {

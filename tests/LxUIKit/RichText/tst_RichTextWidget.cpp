@@ -115,7 +115,7 @@ QString RandomText(QRandomGenerator& rng) {
 
 }  // namespace
 
-class TestRichText : public QObject {
+class TestRichTextWidget : public QObject {
     Q_OBJECT
 private slots:
     void init() { lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Light); }
@@ -507,5 +507,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TestRichText)
-#include "tst_RichText.moc"
+QTEST_MAIN(TestRichTextWidget)
+#include "tst_RichTextWidget.moc"
