@@ -1,7 +1,8 @@
 // Rich-text feed benchmark: 1000 items of about 12 mixed snippets at width 360, at most 3 lines.
 //
-// For each item: build (SetRichTextData), heightForWidth(360), and paint into a QImage; then the
-// cost of asking heightForWidth(360) again, and the memory each item keeps. The anchor is QLabel
+// Phases per item: create the widget, fill it (SetRichTextData / setText), heightForWidth(360),
+// and paint into a QImage; then the cost of asking heightForWidth(360) again, and the memory each
+// item keeps. The anchor is QLabel
 // with word wrap showing the same HTML (which it cannot even cut at 3 lines), measured in the same
 // run on the same items. Times are per item; ratios are rich text / QLabel (below 1: faster).
 //
@@ -136,15 +137,15 @@ SnippetList MakeItem(int index, const Samples& samples) {
 }
 
 struct Phases {
-    double create = 0, build = 0, hfw = 0, paint = 0, repeated = 0;  // ns per item (repeated: per call)
-    double memory = 0;                                               // bytes per item
-    long long checksum = 0;                                          // keeps the work observable
-    double Overall() const { return build + hfw + paint; }
+    double create = 0, fill = 0, hfw = 0, paint = 0, repeated = 0;  // ns per item (repeated: per call)
+    double memory = 0;                                              // bytes per item
+    long long checksum = 0;                                         // keeps the work observable
+    double Overall() const { return fill + hfw + paint; }
 };
 
 double PerItem(qint64 ns, int n) { return double(ns) / n; }
 
-// Runs the four phases over all items for one kind of widget.
+// Runs the phases over all items for one kind of widget.
 template <typename W>
 Phases Run(int n, const std::function<W*()>& create, const std::function<void(W*, int)>& build) {
     Phases out;
@@ -162,7 +163,7 @@ Phases Run(int n, const std::function<W*()>& create, const std::function<void(W*
     t.start();
     for (int i = 0; i < n; ++i)
         build(widgets[size_t(i)], i);
-    out.build = PerItem(t.nsecsElapsed(), n);
+    out.fill = PerItem(t.nsecsElapsed(), n);
 
     std::vector<int> heights(static_cast<size_t>(n), 0);
     t.start();
@@ -263,11 +264,11 @@ int main(int argc, char* argv[]) {
     std::printf("bench_richtext: %d items, %.1f snippets per item, width %d, at most %d lines\n", n,
                 double(snippets) / n, kWidth, kMaxLines);
     std::printf("  %-34s %13s %13s\n", "per item", "CLxRichText", "QLabel");
-    Row("create widget", rich.create, label.create);
-    Row("build (SetRichTextData / setText)", rich.build, label.build);
+    Row("create", rich.create, label.create);
+    Row("fill (SetRichTextData / setText)", rich.fill, label.fill);
     Row("heightForWidth(360), first", rich.hfw, label.hfw);
     Row("paint into QImage", rich.paint, label.paint);
-    Row("overall (build + hfw + paint)", rich.Overall(), label.Overall());
+    Row("overall (fill + hfw + paint)", rich.Overall(), label.Overall());
     Row("overall with widget creation", rich.Overall() + rich.create, label.Overall() + label.create);
     Row("heightForWidth(360), repeated", rich.repeated, label.repeated);
     Row("memory per item (RSS, 1st run)", rich.memory, label.memory, "KiB");

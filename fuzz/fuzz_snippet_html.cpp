@@ -1,7 +1,8 @@
 // Snippet markup under hostile text: whatever the text of a token, the document made from the
 // snippets holds exactly the anchors the snippets wrote, one paragraph (snippets never open one),
 // no frame, list or table, one picture per picture token, and no formatting that only a tag in
-// the text could have made. Any violation aborts.
+// the text could have made; and the document the widget fills from its snippets is the one Qt's
+// HTML reader makes of the same markup. Any violation aborts.
 //
 // Input: records separated by 0x1F. A record's first byte picks the token kind and how its text is
 // used, the rest is its UTF-8 text. The input's first byte also picks a line limit (0 to 3), so
@@ -20,6 +21,7 @@
 #include <LxUIKit/RichText/LxRichTextSnippetText.h>
 #include <LxUIKit/RichText/LxRichTextSnippetUser.h>
 
+#include <QDebug>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextFragment>
@@ -161,6 +163,26 @@ void Check(CLxRichText& w, const CLxRichText::SnippetList& snippets) {
         Fail("pictures:", QStringLiteral("%1 of %2").arg(objects).arg(pictures));
 }
 
+// The document as runs of text with one format each (object indices aside).
+QStringList Runs(QTextDocument* doc) {
+    QStringList out;
+    QString last;
+    for (QTextBlock b = doc->begin(); b.isValid(); b = b.next())
+        for (auto it = b.begin(); !it.atEnd(); ++it) {
+            QMap<int, QVariant> props = it.fragment().charFormat().properties();
+            props.remove(QTextFormat::ObjectIndex);
+            QString format;
+            QDebug(&format) << props;
+            if (format == last && !out.isEmpty()) {
+                out.last() += it.fragment().text();
+            } else {
+                out << format + QLatin1Char('|') + it.fragment().text();
+                last = format;
+            }
+        }
+    return out;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -199,6 +221,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         std::fprintf(stderr, "markup: %s\n", Printable(g_strHtml).constData());
     s_pWidget->SetRichTextData(snippets);
     Check(*s_pWidget, snippets);
+    static CLxRichText* s_pReader = new CLxRichText;
+    s_pReader->setText(s_pWidget->text());
+    if (Runs(s_pWidget->document()) != Runs(s_pReader->document()))
+        Fail("the filled document differs from the HTML reader's:",
+             Runs(s_pWidget->document()).join(QLatin1Char('\n')));
     // Lay it out both ways and ask what the widget answers.
     (void)s_pWidget->GetLineCount();
     (void)s_pWidget->heightForWidth(120);

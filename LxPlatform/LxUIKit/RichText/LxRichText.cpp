@@ -5,21 +5,20 @@
 #include <LxUIKit/LxTextObjectHandler/LxEmotionObjectHandler.h>
 #include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
+#include <LxUIKit/RichText/LxRichTextDocumentBuilder_p.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetEmoticon.h>
+#include <LxUIKit/RichText/LxRichText_p.h>
 
 #include <QtWidgets/private/qwidget_p.h>
-#include <QtWidgets/private/qwidgettextcontrol_p.h>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QGesture>
 #include <QMenu>
-#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <QTextDocumentFragment>
 #include <QTextFragment>
 #include <QTextLayout>
 #include <QtMath>
@@ -29,56 +28,6 @@
 static_assert(CLxRichText::kEmotionObjectType == QTextFormat::UserObject + 4, "emoticon object type");
 
 namespace {
-
-// Copies as the user reads it: line breaks as new lines, no zero-width spaces, pictures and
-// emoticons as their text form (taken from their snippets).
-class CLxRichTextControl : public QWidgetTextControl {
-public:
-    using TextForHref = std::function<QString(const QString&)>;
-    CLxRichTextControl(QTextDocument* pDoc, QObject* pParent, TextForHref fnText)
-        : QWidgetTextControl(pDoc, pParent), m_fnText(std::move(fnText)) {}
-
-    QMimeData* createMimeDataFromSelection() const override {
-        const QTextCursor cursor = textCursor();
-        if (!cursor.hasSelection())
-            return QWidgetTextControl::createMimeDataFromSelection();
-        // Qt's own mime data fills its text lazily from the fragment; ours is filled here.
-        auto* pData = new QMimeData;
-        pData->setHtml(QTextDocumentFragment(cursor).toHtml());
-        const int start = cursor.selectionStart(), end = cursor.selectionEnd();
-        QString text;
-        QString lastObjectHref;
-        for (QTextBlock b = document()->findBlock(start); b.isValid() && b.position() < end; b = b.next()) {
-            if (b.position() > start)
-                text += QLatin1Char('\n');
-            for (auto it = b.begin(); !it.atEnd(); ++it) {
-                const QTextFragment f = it.fragment();
-                const int fs = qMax(start, f.position()), fe = qMin(end, f.position() + f.length());
-                if (fs >= fe)
-                    continue;
-                const QTextCharFormat fmt = f.charFormat();
-                if (fmt.isImageFormat() || fmt.objectType() != QTextFormat::NoObject) {
-                    // One object per snippet, even when a picture spans several characters.
-                    if (fmt.anchorHref() != lastObjectHref || fmt.anchorHref().isEmpty())
-                        text += m_fnText(fmt.anchorHref()).repeated(fmt.anchorHref().isEmpty() ? fe - fs : 1);
-                    lastObjectHref = fmt.anchorHref();
-                    continue;
-                }
-                lastObjectHref.clear();
-                QString part = f.text().mid(fs - f.position(), fe - fs);
-                part.remove(QChar(0x200B));
-                part.replace(QChar::LineSeparator, QLatin1Char('\n'));
-                part.replace(QChar::Nbsp, QLatin1Char(' '));
-                text += part;
-            }
-        }
-        pData->setText(text);
-        return pData;
-    }
-
-private:
-    TextForHref m_fnText;
-};
 
 QTextOption::WrapMode ToQtWrap(CLxRichText::WrapMode mode) {
     switch (mode) {
@@ -115,36 +64,67 @@ int ShownLength(const QString& shown) {
 
 }  // namespace
 
-CLxRichText::CLxRichText(QWidget* pParent) : QFrame(pParent) { init(); }
+CLxRichText::CLxRichText(QWidget* pParent) : QFrame(pParent), m_pPrivate(std::make_unique<CLxRichTextPrivate>()) {
+    init();
+}
 
-CLxRichText::~CLxRichText() = default;
+CLxRichText::~CLxRichText() {
+    // The documents go first, while the bookkeeping their last signals reach is still there.
+    delete m_pPrivate->pControl.data();
+    delete m_pPrivate->pDoc.data();
+    delete m_pPrivate->pDocForCalculateSize.data();
+}
 
+// Cheap on purpose: a feed makes many rows it never paints. The document, its layout, the text
+// control and the measuring document are made when something first needs them.
 void CLxRichText::init() {
     static const int s_i32MetaType = qRegisterMetaType<std::shared_ptr<CLxRichTextSnippetBase>>();
     Q_UNUSED(s_i32MetaType);
-    m_spConfig = std::make_shared<LxRichTextConfig>();
+    m_pPrivate->spConfig = std::make_shared<LxRichTextConfig>();
 
     setSizePolicy(QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred, QSizePolicy::Label));
     setMouseTracking(true);  // hovers are reported without a button pressed
-    EnsureTextControl();
+    setFocusPolicy(Qt::ClickFocus);
     LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instancePtr(), &lx_ui_theme::Manager::themeChanged, this,
                          &CLxRichText::OnThemeChanged);
-    InitDocumentForCalculateSize();
-    if (LXUIKIT_ASSERT(m_pLayout != nullptr))
-        m_pLayout->SetEllipsisTextColor(m_spConfig->strTextColor);
-    if (m_pMeasureLayout)
-        m_pMeasureLayout->SetEllipsisTextColor(m_spConfig->strTextColor);
 }
 
-// The document, its layout and the emoticon handler; the text control on top, as Qt's label has.
-void CLxRichText::EnsureTextControl() {
-    if (m_pControl)
-        return;
-    auto* pDoc = new QTextDocument(this);
-    auto* pLayout = new CLxRichTextLayout(pDoc);
-    SetupDocument(pDoc, pLayout);
-    m_pDoc = pDoc;
-    m_pLayout = pLayout;
+const CLxRichText::SnippetList& CLxRichText::GetRichTextData() const { return m_pPrivate->vecSnippets; }
+std::shared_ptr<LxRichTextConfig> CLxRichText::GetConfig() const { return m_pPrivate->spConfig; }
+int CLxRichText::GetMaxLine() const { return m_pPrivate->i32MaxLine; }
+CLxRichText::WrapMode CLxRichText::GetWrapMode() const { return m_pPrivate->enWrapMode; }
+CLxRichText::TextAlignment CLxRichText::GetAlignment() const { return m_pPrivate->enAlignment; }
+bool CLxRichText::IsSelectEnable() const { return m_pPrivate->bSelectEnable; }
+
+CLxRichTextLayout* CLxRichText::GetLayout() const {
+    const_cast<CLxRichText*>(this)->EnsureDocument();
+    return m_pPrivate->pLayout;
+}
+
+// The shown document and its layout, with the emoticon handler.
+QTextDocument* CLxRichText::EnsureDocument() {
+    CLxRichTextPrivate* d = m_pPrivate.get();
+    if (!d->pDoc) {
+        auto* pDoc = new QTextDocument(this);
+        auto* pLayout = new CLxRichTextLayout(pDoc);
+        SetupDocument(pDoc, pLayout);
+        d->pDoc = pDoc;
+        d->pLayout = pLayout;
+        d->bTextLayoutDirty = true;
+        // Until a text control listens, the widget repaints on the layout's own requests.
+        LXUIKIT_SAFE_CONNECT(pLayout, &QAbstractTextDocumentLayout::update, this, [this] { update(); });
+        SetHtmlInto(pDoc, d->strText, d->bHtmlFromSnippets);
+    }
+    return d->pDoc;
+}
+
+// The text control over the shown document, as Qt's label has; made for the first selection,
+// pointer, key or focus event.
+CLxRichTextControl* CLxRichText::EnsureTextControl() {
+    CLxRichTextPrivate* d = m_pPrivate.get();
+    if (d->pControl)
+        return d->pControl;
+    QTextDocument* pDoc = EnsureDocument();
     QPointer<CLxRichText> self(this);
     auto* pControl = new CLxRichTextControl(pDoc, this, [self](const QString& href) {
         auto snippet = self ? self->SnippetForHref(href) : nullptr;
@@ -152,25 +132,26 @@ void CLxRichText::EnsureTextControl() {
         return pData ? pData->ToPlainText() : QString();
     });
     pDoc->setParent(pControl);
-    m_pControl = pControl;
-    pControl->setTextInteractionFlags(m_bSelectEnable ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
-                                                      : Qt::NoTextInteraction);
+    d->pControl = pControl;
+    pControl->setTextInteractionFlags(d->bSelectEnable ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
+                                                       : Qt::NoTextInteraction);
     pControl->setPalette(palette());
     pControl->setFocus(hasFocus());
-    setFocusPolicy(m_bSelectEnable ? Qt::ClickFocus : Qt::NoFocus);
     LXUIKIT_SAFE_CONNECT(pControl, &QWidgetTextControl::updateRequest, this, [this] { update(); });
-    m_bTextLayoutDirty = true;
+    d->bTextLayoutDirty = true;
+    return pControl;
 }
 
 bool CLxRichText::InitDocumentForCalculateSize() {
-    if (m_pDocForCalculateSize)
+    CLxRichTextPrivate* d = m_pPrivate.get();
+    if (d->pDocForCalculateSize)
         return true;
     auto* pDoc = new QTextDocument(this);
     auto* pLayout = new CLxRichTextLayout(pDoc);
     SetupDocument(pDoc, pLayout);
-    m_pDocForCalculateSize = pDoc;
-    m_pMeasureLayout = pLayout;
-    m_bMeasureDocDirty = true;
+    d->pDocForCalculateSize = pDoc;
+    d->pMeasureLayout = pLayout;
+    d->bMeasureDocDirty = true;
     return true;
 }
 
@@ -183,8 +164,8 @@ void CLxRichText::SetupDocument(QTextDocument* pDoc, CLxRichTextLayout* pLayout)
     if (LXUIKIT_ASSERT(layout != nullptr))
         layout->registerHandler(kEmotionObjectType, CreateLxEmotionObjectHandler(pLayout));
     QTextOption option = pDoc->defaultTextOption();
-    option.setWrapMode(ToQtWrap(m_enWrapMode));
-    option.setAlignment(ToQtAlignment(m_enAlignment));
+    option.setWrapMode(ToQtWrap(m_pPrivate->enWrapMode));
+    option.setAlignment(ToQtAlignment(m_pPrivate->enAlignment));
     pDoc->setDefaultTextOption(option);
     ApplyLimits(pLayout);
 }
@@ -192,11 +173,11 @@ void CLxRichText::SetupDocument(QTextDocument* pDoc, CLxRichTextLayout* pLayout)
 void CLxRichText::ApplyLimits(CLxRichTextLayout* pLayout) {
     if (!pLayout)
         return;
-    pLayout->SetMaxLineCount(m_i32MaxLine);
-    pLayout->SetShowEllipsis(m_bShowEllipsis);
-    pLayout->SetMaxHeight(m_u32TextMaxHeight);
-    if (m_spConfig)
-        pLayout->SetEllipsisTextColor(m_spConfig->strTextColor);
+    pLayout->SetMaxLineCount(m_pPrivate->i32MaxLine);
+    pLayout->SetShowEllipsis(m_pPrivate->bShowEllipsis);
+    pLayout->SetMaxHeight(m_pPrivate->u32TextMaxHeight);
+    if (m_pPrivate->spConfig)
+        pLayout->SetEllipsisTextColor(m_pPrivate->spConfig->strTextColor);
     pLayout->Relayout();
 }
 
@@ -224,9 +205,15 @@ void CLxRichText::SetEmotionObjectType(QTextDocument* pDoc) {
     }
 }
 
-void CLxRichText::SetHtmlInto(QTextDocument* pDoc, const QString& strHtml) {
+// The shown HTML into a document: from the prepared pieces when it was built from snippets of
+// known shapes, else through Qt's HTML reader.
+void CLxRichText::SetHtmlInto(QTextDocument* pDoc, const QString& strHtml, bool bFromSnippets) {
     if (!pDoc)
         return;
+    if (bFromSnippets && m_pPrivate->bPiecesValid) {
+        CLxRichTextDocumentBuilder::Fill(pDoc, m_pPrivate->vecPieces);
+        return;
+    }
     if (strHtml.isEmpty())
         pDoc->clear();
     else
@@ -235,68 +222,72 @@ void CLxRichText::SetHtmlInto(QTextDocument* pDoc, const QString& strHtml) {
 }
 
 QString CLxRichText::GetFormatHtml() {
-    if (m_vecSnippets.empty() || !m_spConfig)
+    if (m_pPrivate->vecSnippets.empty() || !m_pPrivate->spConfig)
         return QString();
     QString html;
-    for (size_t i = 0; i < m_vecSnippets.size(); ++i) {
-        const auto& snippet = m_vecSnippets[i];
+    for (size_t i = 0; i < m_pPrivate->vecSnippets.size(); ++i) {
+        const auto& snippet = m_pPrivate->vecSnippets[i];
         if (!snippet)
             continue;
-        snippet->CreatHtml(unsigned(i), m_spConfig);
+        snippet->CreatHtml(unsigned(i), m_pPrivate->spConfig);
         html += snippet->GetHtml();
     }
     return html;
 }
 
 void CLxRichText::SetRichTextData(const SnippetList& vecSnippets) {
-    m_vecSnippets = vecSnippets;
-    m_pLastHovered = nullptr;
-    LXUIKIT_ASSERT_RETURN(m_pDocForCalculateSize);
-    setText(GetFormatHtml());
-    m_bHtmlFromSnippets = true;
+    m_pPrivate->vecSnippets = vecSnippets;
+    m_pPrivate->pLastHovered = nullptr;
+    SetContent(GetFormatHtml(), true);
 }
 
 void CLxRichText::SetConfig(std::shared_ptr<LxRichTextConfig> spConfig) {
-    m_spConfig = std::move(spConfig);
-    LXUIKIT_ASSERT_RETURN(m_pDocForCalculateSize);
-    if (m_spConfig) {
-        if (m_pLayout)
-            m_pLayout->SetEllipsisTextColor(m_spConfig->strTextColor);
-        if (m_pMeasureLayout)
-            m_pMeasureLayout->SetEllipsisTextColor(m_spConfig->strTextColor);
+    m_pPrivate->spConfig = std::move(spConfig);
+    if (m_pPrivate->spConfig) {
+        if (m_pPrivate->pLayout)
+            m_pPrivate->pLayout->SetEllipsisTextColor(m_pPrivate->spConfig->strTextColor);
+        if (m_pPrivate->pMeasureLayout)
+            m_pPrivate->pMeasureLayout->SetEllipsisTextColor(m_pPrivate->spConfig->strTextColor);
     }
-    setText(GetFormatHtml());
-    m_bHtmlFromSnippets = true;
+    SetContent(GetFormatHtml(), true);
 }
 
 void CLxRichText::ResetHtml() {
-    m_bThemeDirty = false;
-    setText(GetFormatHtml());
-    m_bHtmlFromSnippets = true;
+    m_pPrivate->bThemeDirty = false;
+    SetContent(GetFormatHtml(), true);
 }
 
 QString CLxRichText::text() const {
     const_cast<CLxRichText*>(this)->FlushThemeChange();
-    return m_strText;
+    return m_pPrivate->strText;
 }
 
-void CLxRichText::setText(const QString& strHtml) {
-    m_strText = strHtml;
-    m_bHtmlFromSnippets = false;
+void CLxRichText::setText(const QString& strHtml) { SetContent(strHtml, false); }
+
+void CLxRichText::SetContent(const QString& strHtml, bool bFromSnippets) {
+    CLxRichTextPrivate* d = m_pPrivate.get();
+    d->strText = strHtml;
+    d->bHtmlFromSnippets = bFromSnippets;
+    d->bPiecesValid = bFromSnippets && CLxRichTextDocumentBuilder::Prepare(d->vecSnippets, d->vecPieces);
+    if (!d->bPiecesValid)
+        d->vecPieces.clear();
     // Setting the control's cursor makes it lay the document out for the caret: only when needed.
-    if (m_pControl && m_pControl->textCursor().hasSelection()) {
-        QTextCursor c = m_pControl->textCursor();
+    if (d->pControl && d->pControl->textCursor().hasSelection()) {
+        QTextCursor c = d->pControl->textCursor();
         c.clearSelection();
-        m_pControl->setTextCursor(c);
+        d->pControl->setTextCursor(c);
     }
-    SetHtmlInto(m_pDoc, strHtml);
-    m_bMeasureDocDirty = true;
+    if (d->pDoc)
+        SetHtmlInto(d->pDoc, strHtml, bFromSnippets);
+    else
+        EnsureDocument();  // fills it
+    d->bMeasureDocDirty = true;
     ContentChanged();
 }
 
 void CLxRichText::Clear() {
-    m_vecSnippets.clear();
-    m_pLastHovered = nullptr;
+    m_pPrivate->vecSnippets.clear();
+    m_pPrivate->pLastHovered = nullptr;
     setText(QString());
 }
 
@@ -304,7 +295,7 @@ void CLxRichText::clearContents() { Clear(); }
 
 QString CLxRichText::textWithEmotionID() const {
     QString out;
-    for (const auto& snippet : m_vecSnippets) {
+    for (const auto& snippet : m_pPrivate->vecSnippets) {
         if (!snippet)
             continue;
         if (snippet->GetRichTextType() == LxRichTextDataType_Emotion) {
@@ -320,76 +311,84 @@ QString CLxRichText::textWithEmotionID() const {
 }
 
 QTextDocument* CLxRichText::document() const {
-    const_cast<CLxRichText*>(this)->FlushThemeChange();
-    return m_pDoc;
+    auto* self = const_cast<CLxRichText*>(this);
+    self->FlushThemeChange();
+    return self->EnsureDocument();
 }
 
 void CLxRichText::ContentChanged() {
-    m_bTextLayoutDirty = true;
+    m_pPrivate->bTextLayoutDirty = true;
     InvalidateSizes();
     updateGeometry();
     update();
 }
 
 void CLxRichText::InvalidateSizes() {
-    m_bValidHints = false;
-    for (auto& entry : m_sizeCache)
+    m_pPrivate->bValidHints = false;
+    for (auto& entry : m_pPrivate->sizeCache)
         entry.i32Width = -1;
 }
 
 void CLxRichText::OnThemeChanged(lx_ui_theme::Manager::Theme) {
     // HTML given through setText carries its own colours: there is nothing to build again.
-    if (!m_bHtmlFromSnippets)
+    if (!m_pPrivate->bHtmlFromSnippets)
         return;
     // Hidden widgets (most of a long feed) rebuild when they are shown again.
     if (isVisible())
         ResetHtml();
     else
-        m_bThemeDirty = true;
+        m_pPrivate->bThemeDirty = true;
 }
 
 void CLxRichText::FlushThemeChange() {
-    if (m_bThemeDirty)
+    if (m_pPrivate->bThemeDirty)
         ResetHtml();
 }
 
 void CLxRichText::SetMaxLine(int i32MaxLine) {
-    m_i32MaxLine = i32MaxLine;
-    LXUIKIT_ASSERT_RETURN(m_pLayout);
-    m_pLayout->SetMaxLineCount(i32MaxLine);
-    m_pLayout->Relayout();
-    if (m_pMeasureLayout) {
-        m_pMeasureLayout->SetMaxLineCount(i32MaxLine);
-        m_pMeasureLayout->Relayout();
+    m_pPrivate->i32MaxLine = i32MaxLine;
+    // Documents made later take the limits when they are made.
+    if (m_pPrivate->pDoc) {
+        LXUIKIT_ASSERT_RETURN(m_pPrivate->pLayout);
+        m_pPrivate->pLayout->SetMaxLineCount(i32MaxLine);
+        m_pPrivate->pLayout->Relayout();
+    }
+    if (m_pPrivate->pMeasureLayout) {
+        m_pPrivate->pMeasureLayout->SetMaxLineCount(i32MaxLine);
+        m_pPrivate->pMeasureLayout->Relayout();
     }
     ContentChanged();
 }
 
 void CLxRichText::SetEllipsisShown(bool bShown) {
-    m_bShowEllipsis = bShown;
-    LXUIKIT_ASSERT_RETURN(m_pLayout);
-    m_pLayout->SetShowEllipsis(bShown);
-    m_pLayout->Relayout();
-    if (m_pMeasureLayout) {
-        m_pMeasureLayout->SetShowEllipsis(bShown);
-        m_pMeasureLayout->Relayout();
+    m_pPrivate->bShowEllipsis = bShown;
+    if (m_pPrivate->pDoc) {
+        LXUIKIT_ASSERT_RETURN(m_pPrivate->pLayout);
+        m_pPrivate->pLayout->SetShowEllipsis(bShown);
+        m_pPrivate->pLayout->Relayout();
+    }
+    if (m_pPrivate->pMeasureLayout) {
+        m_pPrivate->pMeasureLayout->SetShowEllipsis(bShown);
+        m_pPrivate->pMeasureLayout->Relayout();
     }
     ContentChanged();
 }
 
 void CLxRichText::SetTextMaxHeight(unsigned int u32MaxHeight) {
-    m_u32TextMaxHeight = u32MaxHeight;
-    LXUIKIT_ASSERT_RETURN(m_pLayout);
-    ApplyLimits(m_pLayout);
-    ApplyLimits(m_pMeasureLayout);
+    m_pPrivate->u32TextMaxHeight = u32MaxHeight;
+    if (m_pPrivate->pDoc) {
+        LXUIKIT_ASSERT_RETURN(m_pPrivate->pLayout);
+        ApplyLimits(m_pPrivate->pLayout);
+    }
+    ApplyLimits(m_pPrivate->pMeasureLayout);
     ContentChanged();
 }
 
 void CLxRichText::ReSetMaxHeight() {
-    if (m_i32MaxLine < 1)
+    if (m_pPrivate->i32MaxLine < 1)
         return;
     EnsureTextLayouted();
-    const QRectF line = m_pLayout ? m_pLayout->GetLineRect(m_i32MaxLine - 1) : QRectF();
+    const QRectF line = m_pPrivate->pLayout ? m_pPrivate->pLayout->GetLineRect(m_pPrivate->i32MaxLine - 1) : QRectF();
     if (line.isNull())
         return;
     const QMargins m = contentsMargins();
@@ -398,33 +397,33 @@ void CLxRichText::ReSetMaxHeight() {
 }
 
 void CLxRichText::SetWrapMode(WrapMode enMode) {
-    if (m_enWrapMode == enMode)
+    if (m_pPrivate->enWrapMode == enMode)
         return;
-    m_enWrapMode = enMode;
+    m_pPrivate->enWrapMode = enMode;
     AdjustWrapMode();
 }
 
 void CLxRichText::SetAlignment(TextAlignment enAlignment) {
-    if (m_enAlignment == enAlignment)
+    if (m_pPrivate->enAlignment == enAlignment)
         return;
-    m_enAlignment = enAlignment;
+    m_pPrivate->enAlignment = enAlignment;
     AdjustWrapMode();
 }
 
 void CLxRichText::AdjustWrapMode() {
-    for (QTextDocument* pDoc : {m_pDoc.data(), m_pDocForCalculateSize.data()}) {
+    for (QTextDocument* pDoc : {m_pPrivate->pDoc.data(), m_pPrivate->pDocForCalculateSize.data()}) {
         if (!pDoc)
             continue;
         QTextOption option = pDoc->defaultTextOption();
-        option.setWrapMode(ToQtWrap(m_enWrapMode));
-        option.setAlignment(ToQtAlignment(m_enAlignment));
+        option.setWrapMode(ToQtWrap(m_pPrivate->enWrapMode));
+        option.setAlignment(ToQtAlignment(m_pPrivate->enAlignment));
         pDoc->setDefaultTextOption(option);
     }
     ContentChanged();
 }
 
 void CLxRichText::SetSelectionColorKey(const QString& strKey) {
-    m_strSelectionColorKey = strKey;
+    m_pPrivate->strSelectionColorKey = strKey;
     update();
 }
 
@@ -439,57 +438,59 @@ int CLxRichText::CalculateDocumentContentWidth(int i32WidgetWidth) const {
 
 void CLxRichText::EnsureTextLayouted() {
     FlushThemeChange();
-    if (!m_bTextLayoutDirty || !m_pDoc)
+    if (!EnsureDocument() || !m_pPrivate->bTextLayoutDirty)
         return;
-    const qreal width = m_enWrapMode == NoWrap ? -1 : qreal(contentsRect().width());
-    if (m_pDoc->textWidth() != width)
-        m_pDoc->setTextWidth(width);
-    m_bTextLayoutDirty = false;
+    const qreal width = m_pPrivate->enWrapMode == NoWrap ? -1 : qreal(contentsRect().width());
+    if (m_pPrivate->pDoc->textWidth() != width)
+        m_pPrivate->pDoc->setTextWidth(width);
+    m_pPrivate->bTextLayoutDirty = false;
 }
 
 bool CLxRichText::EnsureMeasureDocument() {
-    if (!InitDocumentForCalculateSize())
+    if (!LXUIKIT_ASSERT(InitDocumentForCalculateSize()))
         return false;
-    if (m_bMeasureDocDirty) {
-        m_pDocForCalculateSize->setDefaultFont(font());
-        SetHtmlInto(m_pDocForCalculateSize, m_strText);
-        m_bMeasureDocDirty = false;
+    if (m_pPrivate->bMeasureDocDirty) {
+        m_pPrivate->pDocForCalculateSize->setDefaultFont(font());
+        SetHtmlInto(m_pPrivate->pDocForCalculateSize, m_pPrivate->strText, m_pPrivate->bHtmlFromSnippets);
+        m_pPrivate->bMeasureDocDirty = false;
     }
     return true;
 }
 
 QTextDocument* CLxRichText::DocumentForWidth(qreal docWidth) {
     FlushThemeChange();
+    EnsureDocument();
     // The shown document serves when it is at that width already, or when nothing has been
     // painted yet (the first paint lays it out at its real width anyway).
-    if (m_pDoc && (m_pDoc->textWidth() == docWidth || !m_bPainted || !isVisible())) {
-        if (m_pDoc->textWidth() != docWidth) {
-            m_pDoc->setTextWidth(docWidth);
-            m_bTextLayoutDirty = true;  // paint puts the real width back when it differs
+    if (m_pPrivate->pDoc && (m_pPrivate->pDoc->textWidth() == docWidth || !m_pPrivate->bPainted || !isVisible())) {
+        if (m_pPrivate->pDoc->textWidth() != docWidth) {
+            m_pPrivate->pDoc->setTextWidth(docWidth);
+            m_pPrivate->bTextLayoutDirty = true;  // paint puts the real width back when it differs
         }
-        return m_pDoc;
+        return m_pPrivate->pDoc;
     }
     if (!EnsureMeasureDocument())
         return nullptr;
-    if (m_pDocForCalculateSize->textWidth() != docWidth)
-        m_pDocForCalculateSize->setTextWidth(docWidth);
-    return m_pDocForCalculateSize;
+    if (m_pPrivate->pDocForCalculateSize->textWidth() != docWidth)
+        m_pPrivate->pDocForCalculateSize->setTextWidth(docWidth);
+    return m_pPrivate->pDocForCalculateSize;
 }
 
 QSize CLxRichText::DocumentSizeForWidth(int i32Width, bool bLimited) {
-    const qreal docWidth = m_enWrapMode == NoWrap || i32Width < 0 ? -1 : CalculateDocumentContentWidth(i32Width);
+    const qreal docWidth =
+        m_pPrivate->enWrapMode == NoWrap || i32Width < 0 ? -1 : CalculateDocumentContentWidth(i32Width);
     QTextDocument* pDoc = nullptr;
     if (bLimited) {
         pDoc = DocumentForWidth(docWidth);
     } else if (EnsureMeasureDocument()) {
-        pDoc = m_pDocForCalculateSize;
+        pDoc = m_pPrivate->pDocForCalculateSize;
         if (pDoc->textWidth() != docWidth)
             pDoc->setTextWidth(docWidth);
-        m_pMeasureLayout->SetMaxLineCount(0);
-        m_pMeasureLayout->SetMaxHeight(0);
-        m_pMeasureLayout->Relayout();
-        const QSizeF s = m_pMeasureLayout->documentSize();
-        ApplyLimits(m_pMeasureLayout);
+        m_pPrivate->pMeasureLayout->SetMaxLineCount(0);
+        m_pPrivate->pMeasureLayout->SetMaxHeight(0);
+        m_pPrivate->pMeasureLayout->Relayout();
+        const QSizeF s = m_pPrivate->pMeasureLayout->documentSize();
+        ApplyLimits(m_pPrivate->pMeasureLayout);
         return QSize(qCeil(s.width()), qCeil(s.height()));
     }
     if (!pDoc)
@@ -500,23 +501,22 @@ QSize CLxRichText::DocumentSizeForWidth(int i32Width, bool bLimited) {
 
 QSize CLxRichText::SizeForWidth(int i32Width, bool bLimited) {
     LXUIKIT_ASSERT_RETURN(i32Width > 0, QSize());
-    LXUIKIT_ASSERT_RETURN(InitDocumentForCalculateSize(), QSize());
-    for (const auto& entry : m_sizeCache)
+    for (const auto& entry : m_pPrivate->sizeCache)
         if (entry.i32Width == i32Width && entry.bLimited == bLimited)
             return entry.size;
     const QSize doc = DocumentSizeForWidth(i32Width, bLimited);
     const QMargins m = contentsMargins();
     const int frame = 2 * frameWidth();
     const QSize size(doc.width() + m.left() + m.right() + frame, doc.height() + m.top() + m.bottom() + frame);
-    SizeCacheEntry& slot = m_sizeCache[m_i32NextCacheSlot];
-    m_i32NextCacheSlot = (m_i32NextCacheSlot + 1) % int(std::size(m_sizeCache));
+    CLxRichTextPrivate::SizeCacheEntry& slot = m_pPrivate->sizeCache[m_pPrivate->i32NextCacheSlot];
+    m_pPrivate->i32NextCacheSlot = (m_pPrivate->i32NextCacheSlot + 1) % int(std::size(m_pPrivate->sizeCache));
     slot.i32Width = i32Width;
     slot.bLimited = bLimited;
     slot.size = size;
     return size;
 }
 
-bool CLxRichText::hasHeightForWidth() const { return m_enWrapMode != NoWrap; }
+bool CLxRichText::hasHeightForWidth() const { return m_pPrivate->enWrapMode != NoWrap; }
 
 int CLxRichText::heightForWidth(int w) const {
     return const_cast<CLxRichText*>(this)->SizeForWidth(qMax(1, w), true).height();
@@ -529,17 +529,17 @@ int CLxRichText::GetDesiredWidth() {
 }
 
 QSize CLxRichText::sizeHint() const {
-    if (!m_bValidHints)
+    if (!m_pPrivate->bValidHints)
         (void)minimumSizeHint();
-    return m_sizeHint;
+    return m_pPrivate->sizeHint;
 }
 
 // As Qt's label, a wrapped text is no wider than about 80 characters. The minimum is a few
 // characters wide and one line high: the height comes from heightForWidth, and a taller minimum
 // would leave room under a text that is cut at a narrower width.
 QSize CLxRichText::minimumSizeHint() const {
-    if (m_bValidHints)
-        return m_minimumSizeHint;
+    if (m_pPrivate->bValidHints)
+        return m_pPrivate->minimumSizeHint;
     auto* self = const_cast<CLxRichText*>(this);
     const QMargins m = contentsMargins();
     const int extraW = m.left() + m.right() + 2 * frameWidth();
@@ -553,52 +553,52 @@ QSize CLxRichText::minimumSizeHint() const {
         if (!line.isNull())
             firstLine = qCeil(line.bottom()) + extraH;
     }
-    if (m_enWrapMode == NoWrap) {
-        m_sizeHint = self->SizeForWidth(desired, true);
-        m_minimumSizeHint = m_sizeHint;
+    if (m_pPrivate->enWrapMode == NoWrap) {
+        m_pPrivate->sizeHint = self->SizeForWidth(desired, true);
+        m_pPrivate->minimumSizeHint = m_pPrivate->sizeHint;
     } else {
         const QFontMetrics fm(font());
         const int w = qMin(desired, fm.horizontalAdvance(QLatin1Char('x')) * 80 + extraW);
-        m_sizeHint = QSize(w, self->SizeForWidth(w, true).height());
-        m_minimumSizeHint =
-            QSize(qMin(w, fm.horizontalAdvance(QLatin1Char('x')) * 4 + extraW), qMin(m_sizeHint.height(), firstLine));
+        m_pPrivate->sizeHint = QSize(w, self->SizeForWidth(w, true).height());
+        m_pPrivate->minimumSizeHint = QSize(qMin(w, fm.horizontalAdvance(QLatin1Char('x')) * 4 + extraW),
+                                            qMin(m_pPrivate->sizeHint.height(), firstLine));
     }
-    m_bValidHints = true;
-    return m_minimumSizeHint;
+    m_pPrivate->bValidHints = true;
+    return m_pPrivate->minimumSizeHint;
 }
 
 int CLxRichText::GetLineCount() {
     EnsureTextLayouted();
-    return m_pLayout ? m_pLayout->GetLineCount() : 0;
+    return m_pPrivate->pLayout ? m_pPrivate->pLayout->GetLineCount() : 0;
 }
 
 int CLxRichText::GetLineCountForWidth(int i32Width, bool bLimited) {
     if (i32Width <= 0 || !EnsureMeasureDocument())
         return 0;
-    const qreal docWidth = m_enWrapMode == NoWrap ? -1 : CalculateDocumentContentWidth(i32Width);
-    if (m_pDocForCalculateSize->textWidth() != docWidth)
-        m_pDocForCalculateSize->setTextWidth(docWidth);
+    const qreal docWidth = m_pPrivate->enWrapMode == NoWrap ? -1 : CalculateDocumentContentWidth(i32Width);
+    if (m_pPrivate->pDocForCalculateSize->textWidth() != docWidth)
+        m_pPrivate->pDocForCalculateSize->setTextWidth(docWidth);
     if (bLimited)
-        return m_pMeasureLayout->GetLineCount();
-    m_pMeasureLayout->SetMaxLineCount(0);
-    m_pMeasureLayout->SetMaxHeight(0);
-    m_pMeasureLayout->Relayout();
-    const int n = m_pMeasureLayout->GetLineCount();
-    ApplyLimits(m_pMeasureLayout);
+        return m_pPrivate->pMeasureLayout->GetLineCount();
+    m_pPrivate->pMeasureLayout->SetMaxLineCount(0);
+    m_pPrivate->pMeasureLayout->SetMaxHeight(0);
+    m_pPrivate->pMeasureLayout->Relayout();
+    const int n = m_pPrivate->pMeasureLayout->GetLineCount();
+    ApplyLimits(m_pPrivate->pMeasureLayout);
     return n;
 }
 
 QTextLine CLxRichText::GetTextLine(int i32Index, QTextDocument* pDoc) {
-    if (!pDoc || pDoc == m_pDoc)
+    if (!pDoc || pDoc == m_pPrivate->pDoc)
         EnsureTextLayouted();
-    auto* pLayout = qobject_cast<CLxRichTextLayout*>(pDoc ? pDoc->documentLayout() : m_pLayout.data());
+    auto* pLayout = qobject_cast<CLxRichTextLayout*>(pDoc ? pDoc->documentLayout() : m_pPrivate->pLayout.data());
     return pLayout ? pLayout->GetLine(i32Index) : QTextLine();
 }
 
 QTextLayout* CLxRichText::GetTextBlockLayout(QTextDocument* pDoc) {
-    if (!pDoc || pDoc == m_pDoc)
+    if (!pDoc || pDoc == m_pPrivate->pDoc)
         EnsureTextLayouted();
-    QTextDocument* doc = pDoc ? pDoc : m_pDoc.data();
+    QTextDocument* doc = pDoc ? pDoc : m_pPrivate->pDoc.data();
     if (!doc)
         return nullptr;
     doc->documentLayout()->documentSize();  // lays it out
@@ -607,12 +607,12 @@ QTextLayout* CLxRichText::GetTextBlockLayout(QTextDocument* pDoc) {
 
 int CLxRichText::FindLastVisibleLine() {
     EnsureTextLayouted();
-    if (!m_pLayout)
+    if (!m_pPrivate->pLayout)
         return -1;
     const qreal bottom = contentsRect().height();
     int last = -1;
     for (int i = 0;; ++i) {
-        const QRectF line = m_pLayout->GetLineRect(i);
+        const QRectF line = m_pPrivate->pLayout->GetLineRect(i);
         if (line.isNull() || line.bottom() > bottom + 0.5)
             break;
         last = i;
@@ -622,23 +622,23 @@ int CLxRichText::FindLastVisibleLine() {
 
 QSize CLxRichText::GetContentSize() {
     EnsureTextLayouted();
-    const QSizeF s = m_pLayout ? m_pLayout->documentSize() : QSizeF();
+    const QSizeF s = m_pPrivate->pLayout ? m_pPrivate->pLayout->documentSize() : QSizeF();
     return QSize(qCeil(s.width()), qCeil(s.height()));
 }
 
 QSize CLxRichText::GetContentRealSize() {
     EnsureTextLayouted();
-    if (!m_pLayout)
+    if (!m_pPrivate->pLayout)
         return QSize();
-    const QSizeF s = m_pLayout->documentSize();
-    return QSize(qCeil(qMin(s.width(), m_pLayout->GetIdealWidth())), qCeil(s.height()));
+    const QSizeF s = m_pPrivate->pLayout->documentSize();
+    return QSize(qCeil(qMin(s.width(), m_pPrivate->pLayout->GetIdealWidth())), qCeil(s.height()));
 }
 
 QSize CLxRichText::ContentRealSizeForWidth(int i32Width) {
     if (i32Width <= 0)
         return QSize();
     QTextDocument* pDoc =
-        DocumentForWidth(m_enWrapMode == NoWrap ? -1 : qreal(CalculateDocumentContentWidth(i32Width)));
+        DocumentForWidth(m_pPrivate->enWrapMode == NoWrap ? -1 : qreal(CalculateDocumentContentWidth(i32Width)));
     auto* pLayout = pDoc ? qobject_cast<CLxRichTextLayout*>(pDoc->documentLayout()) : nullptr;
     if (!pLayout)
         return QSize();
@@ -649,10 +649,10 @@ QSize CLxRichText::ContentRealSizeForWidth(int i32Width) {
 // ---- selection --------------------------------------------------------------------------------
 
 void CLxRichText::SetSelectEnable(bool bEnable) {
-    m_bSelectEnable = bEnable;
-    if (m_pControl) {
-        m_pControl->setTextInteractionFlags(bEnable ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
-                                                    : Qt::NoTextInteraction);
+    m_pPrivate->bSelectEnable = bEnable;
+    if (m_pPrivate->pControl) {
+        m_pPrivate->pControl->setTextInteractionFlags(bEnable ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
+                                                              : Qt::NoTextInteraction);
         if (!bEnable)
             ClearSelection();
     }
@@ -660,52 +660,56 @@ void CLxRichText::SetSelectEnable(bool bEnable) {
 }
 
 void CLxRichText::SetSelection(int i32Start, int i32Length) {
-    if (!m_pControl || !m_pDoc)
-        return;
-    const int last = m_pDoc->characterCount() - 1;
-    QTextCursor c(m_pDoc);
+    QWidgetTextControl* pControl = EnsureTextControl();
+    const int last = m_pPrivate->pDoc->characterCount() - 1;
+    QTextCursor c(m_pPrivate->pDoc);
     c.setPosition(qBound(0, i32Start, last));
     c.setPosition(qBound(0, i32Start + i32Length, last), QTextCursor::KeepAnchor);
-    m_pControl->setTextCursor(c);
+    pControl->setTextCursor(c);
     update();
 }
 
 void CLxRichText::SelectAll() {
-    if (m_pControl)
-        m_pControl->selectAll();
+    EnsureTextControl()->selectAll();
     update();
 }
 
 void CLxRichText::ClearSelection() {
-    if (!m_pControl)
+    if (!m_pPrivate->pControl)
         return;
-    QTextCursor c = m_pControl->textCursor();
+    QTextCursor c = m_pPrivate->pControl->textCursor();
     c.clearSelection();
-    m_pControl->setTextCursor(c);
+    m_pPrivate->pControl->setTextCursor(c);
     update();
 }
 
-bool CLxRichText::hasSelectedText() const { return m_pControl && m_pControl->textCursor().hasSelection(); }
+bool CLxRichText::hasSelectedText() const {
+    return m_pPrivate->pControl && m_pPrivate->pControl->textCursor().hasSelection();
+}
 int CLxRichText::selectionStart() const {
-    return m_pControl && m_pControl->textCursor().hasSelection() ? m_pControl->textCursor().selectionStart() : -1;
+    return m_pPrivate->pControl && m_pPrivate->pControl->textCursor().hasSelection()
+               ? m_pPrivate->pControl->textCursor().selectionStart()
+               : -1;
 }
 int CLxRichText::selectionEnd() const {
-    return m_pControl && m_pControl->textCursor().hasSelection() ? m_pControl->textCursor().selectionEnd() : -1;
+    return m_pPrivate->pControl && m_pPrivate->pControl->textCursor().hasSelection()
+               ? m_pPrivate->pControl->textCursor().selectionEnd()
+               : -1;
 }
 bool CLxRichText::IsAllSelected() const {
-    return hasSelectedText() && selectionStart() == 0 && selectionEnd() >= m_pDoc->characterCount() - 1;
+    return hasSelectedText() && selectionStart() == 0 && selectionEnd() >= m_pPrivate->pDoc->characterCount() - 1;
 }
 QString CLxRichText::GetSelectedText() const {
-    return m_pControl ? m_pControl->textCursor().selectedText() : QString();
+    return m_pPrivate->pControl ? m_pPrivate->pControl->textCursor().selectedText() : QString();
 }
 
 // Anchored snippets are found by their href; plain text lies between them, as long as its shown
 // text.
 std::vector<std::pair<int, int>> CLxRichText::SnippetRanges() const {
-    std::vector<std::pair<int, int>> ranges(m_vecSnippets.size(), {-1, -1});
-    if (!m_pDoc)
+    std::vector<std::pair<int, int>> ranges(m_pPrivate->vecSnippets.size(), {-1, -1});
+    if (!m_pPrivate->pDoc)
         return ranges;
-    for (QTextBlock b = m_pDoc->begin(); b.isValid(); b = b.next())
+    for (QTextBlock b = m_pPrivate->pDoc->begin(); b.isValid(); b = b.next())
         for (auto it = b.begin(); !it.atEnd(); ++it) {
             const QTextFragment f = it.fragment();
             const QString href = f.charFormat().anchorHref();
@@ -725,15 +729,15 @@ std::vector<std::pair<int, int>> CLxRichText::SnippetRanges() const {
             pos = ranges[i].second;
             continue;
         }
-        if (!m_vecSnippets[i])
+        if (!m_pPrivate->vecSnippets[i])
             continue;
-        int limit = m_pDoc->characterCount() - 1;
+        int limit = m_pPrivate->pDoc->characterCount() - 1;
         for (size_t j = i + 1; j < ranges.size(); ++j)
             if (ranges[j].first >= 0) {
                 limit = ranges[j].first;
                 break;
             }
-        const int end = qMin(limit, pos + ShownLength(m_vecSnippets[i]->GetShownText()));
+        const int end = qMin(limit, pos + ShownLength(m_pPrivate->vecSnippets[i]->GetShownText()));
         ranges[i] = {pos, end};
         pos = end;
     }
@@ -747,18 +751,18 @@ CLxRichText::SnippetList CLxRichText::GetSelDataItems() const {
     const int start = selectionStart(), end = selectionEnd();
     const auto ranges = SnippetRanges();
     for (size_t i = 0; i < ranges.size(); ++i)
-        if (m_vecSnippets[i] && ranges[i].first < end && ranges[i].second > start)
-            out.push_back(m_vecSnippets[i]);
+        if (m_pPrivate->vecSnippets[i] && ranges[i].first < end && ranges[i].second > start)
+            out.push_back(m_pPrivate->vecSnippets[i]);
     return out;
 }
 
 // ---- pointer ------------------------------------------------------------------------------------
 
 QString CLxRichText::GetHref(QMouseEvent* e) {
-    if (!e || !m_pDoc)
+    if (!e)
         return QString();
     EnsureTextLayouted();
-    return m_pDoc->documentLayout()->anchorAt(QPointF(e->pos()) - DocumentOffset());
+    return m_pPrivate->pDoc->documentLayout()->anchorAt(QPointF(e->pos()) - DocumentOffset());
 }
 
 std::shared_ptr<CLxRichTextSnippetBase> CLxRichText::SnippetForHref(const QString& strHref) const {
@@ -766,9 +770,9 @@ std::shared_ptr<CLxRichTextSnippetBase> CLxRichText::SnippetForHref(const QStrin
         return nullptr;
     bool ok = false;
     const int index = strHref.toInt(&ok, 10);
-    if (!ok || index < 0 || index >= int(m_vecSnippets.size()))
+    if (!ok || index < 0 || index >= int(m_pPrivate->vecSnippets.size()))
         return nullptr;
-    return m_vecSnippets[size_t(index)];
+    return m_pPrivate->vecSnippets[size_t(index)];
 }
 
 void CLxRichText::OnHovered(const QString& strHref) {
@@ -778,7 +782,7 @@ void CLxRichText::OnHovered(const QString& strHref) {
         setCursor(Qt::PointingHandCursor);
     else
         unsetCursor();
-    m_pLastHovered = snippet.get();
+    m_pPrivate->pLastHovered = snippet.get();
     emit Hovered(snippet, QCursor::pos());
 }
 
@@ -792,18 +796,20 @@ void CLxRichText::OnClicked(const QString& strHref, QMouseEvent* e) {
         e->setAccepted(snippet->IsAcceptMousePress());
 }
 
-void CLxRichText::SendToControl(QEvent* e) {
-    if (m_pControl)
-        m_pControl->processEvent(e, -DocumentOffset(), this);
+// Presses, keys and focus make the text control; a move or a focus loss before it exists has
+// nothing to select or to end.
+void CLxRichText::SendToControl(QEvent* e, bool bCreate) {
+    if (QWidgetTextControl* pControl = bCreate ? EnsureTextControl() : m_pPrivate->pControl.data())
+        pControl->processEvent(e, -DocumentOffset(), this);
 }
 
 void CLxRichText::mousePressEvent(QMouseEvent* e) {
     EnsureTextLayouted();
     SendToControl(e);
     if (lx_std_ui::LWidgetUtil::isTouchEvent(e)) {
-        m_bTouchPressed = true;
-        m_ptTouchPress = e->globalPos();
-        m_touchTimer.start();
+        m_pPrivate->bTouchPressed = true;
+        m_pPrivate->ptTouchPress = e->globalPos();
+        m_pPrivate->touchTimer.start();
         return;
     }
     OnClicked(GetHref(e), e);
@@ -811,18 +817,19 @@ void CLxRichText::mousePressEvent(QMouseEvent* e) {
 
 void CLxRichText::mouseMoveEvent(QMouseEvent* e) {
     EnsureTextLayouted();
-    SendToControl(e);
+    SendToControl(e, false);
     OnHovered(GetHref(e));
 }
 
 void CLxRichText::mouseReleaseEvent(QMouseEvent* e) {
     SendToControl(e);
-    if (!lx_std_ui::LWidgetUtil::isTouchEvent(e) || !m_bTouchPressed)
+    if (!lx_std_ui::LWidgetUtil::isTouchEvent(e) || !m_pPrivate->bTouchPressed)
         return;
-    m_bTouchPressed = false;
+    m_pPrivate->bTouchPressed = false;
     // A tap: the finger hardly moved and did not stay long enough to be a long press.
-    const bool bTap = (e->globalPos() - m_ptTouchPress).manhattanLength() < QApplication::startDragDistance() &&
-                      m_touchTimer.elapsed() < QTapAndHoldGesture::timeout();
+    const bool bTap =
+        (e->globalPos() - m_pPrivate->ptTouchPress).manhattanLength() < QApplication::startDragDistance() &&
+        m_pPrivate->touchTimer.elapsed() < QTapAndHoldGesture::timeout();
     if (bTap)
         OnClicked(GetHref(e), e);
 }
@@ -830,8 +837,8 @@ void CLxRichText::mouseReleaseEvent(QMouseEvent* e) {
 void CLxRichText::mouseDoubleClickEvent(QMouseEvent* e) { SendToControl(e); }
 
 void CLxRichText::leaveEvent(QEvent* e) {
-    if (m_pLastHovered) {
-        m_pLastHovered = nullptr;
+    if (m_pPrivate->pLastHovered) {
+        m_pPrivate->pLastHovered = nullptr;
         unsetCursor();
         emit Hovered(nullptr, QCursor::pos());
     }
@@ -839,11 +846,11 @@ void CLxRichText::leaveEvent(QEvent* e) {
 }
 
 void CLxRichText::contextMenuEvent(QContextMenuEvent* e) {
-    if (!m_pControl || !m_bSelectEnable) {
+    if (!m_pPrivate->bSelectEnable) {
         e->ignore();
         return;
     }
-    QMenu* pMenu = m_pControl->createStandardContextMenu(QPointF(e->pos()) - DocumentOffset(), this);
+    QMenu* pMenu = EnsureTextControl()->createStandardContextMenu(QPointF(e->pos()) - DocumentOffset(), this);
     if (!pMenu) {
         e->ignore();
         return;
@@ -864,12 +871,12 @@ void CLxRichText::focusInEvent(QFocusEvent* e) {
 }
 
 void CLxRichText::focusOutEvent(QFocusEvent* e) {
-    SendToControl(e);
+    SendToControl(e, false);
     QFrame::focusOutEvent(e);
 }
 
 bool CLxRichText::focusNextPrevChild(bool bNext) {
-    if (m_pControl && m_pControl->setFocusToNextOrPreviousAnchor(bNext))
+    if (EnsureTextControl()->setFocusToNextOrPreviousAnchor(bNext))
         return true;
     return QFrame::focusNextPrevChild(bNext);
 }
@@ -878,7 +885,6 @@ bool CLxRichText::focusNextPrevChild(bool bNext) {
 
 bool CLxRichText::event(QEvent* e) {
     switch (e->type()) {
-    case QEvent::Polish: EnsureTextControl(); break;
     case QEvent::StyleChange: {
         // The style decides how far a label's visible part lies inside the rectangle a layout
         // gives it. Set after the frame has handled the change: the frame sets its own (frame)
@@ -889,12 +895,9 @@ bool CLxRichText::event(QEvent* e) {
         updateGeometry();
         return bResult;
     }
-    case QEvent::Resize:
-        if (m_pControl)
-            m_bTextLayoutDirty = true;
-        break;
+    case QEvent::Resize: m_pPrivate->bTextLayoutDirty = true; break;
     case QEvent::ShortcutOverride:
-        if (m_pControl && m_bSelectEnable) {
+        if (m_pPrivate->pControl && m_pPrivate->bSelectEnable) {
             SendToControl(e);
             if (e->isAccepted())
                 return true;
@@ -909,14 +912,14 @@ void CLxRichText::changeEvent(QEvent* e) {
     switch (e->type()) {
     case QEvent::FontChange:
     case QEvent::ApplicationFontChange:
-        if (m_pDoc)
-            m_pDoc->setDefaultFont(font());
-        m_bMeasureDocDirty = true;
+        if (m_pPrivate->pDoc)
+            m_pPrivate->pDoc->setDefaultFont(font());
+        m_pPrivate->bMeasureDocDirty = true;
         ContentChanged();
         break;
     case QEvent::PaletteChange:
-        if (m_pControl)
-            m_pControl->setPalette(palette());
+        if (m_pPrivate->pControl)
+            m_pPrivate->pControl->setPalette(palette());
         break;
     case QEvent::ContentsRectChange: ContentChanged(); break;
     default: break;
@@ -925,9 +928,9 @@ void CLxRichText::changeEvent(QEvent* e) {
 }
 
 void CLxRichText::resizeEvent(QResizeEvent* e) {
-    m_bSizeChanged = e->size() != e->oldSize();
-    if (m_bSizeChanged)
-        m_bTextLayoutDirty = true;
+    m_pPrivate->bSizeChanged = e->size() != e->oldSize();
+    if (m_pPrivate->bSizeChanged)
+        m_pPrivate->bTextLayoutDirty = true;
     QFrame::resizeEvent(e);
 }
 
@@ -940,26 +943,31 @@ void CLxRichText::paintEvent(QPaintEvent* e) {
     QPainter painter(this);
     drawFrame(&painter);
     EnsureTextLayouted();
-    m_bPainted = true;
-    if (!m_pControl || !m_pLayout)
+    m_pPrivate->bPainted = true;
+    if (!m_pPrivate->pLayout)
         return;
     const QRect cr = contentsRect();
     painter.translate(cr.topLeft());
     painter.setClipRect(QRect(QPoint(0, 0), cr.size()));
-    QAbstractTextDocumentLayout::PaintContext ctx = m_pControl->getPaintContext(this);
+    // Without a text control there is no selection: the widget's palette is the whole context.
+    QAbstractTextDocumentLayout::PaintContext ctx;
+    if (m_pPrivate->pControl)
+        ctx = m_pPrivate->pControl->getPaintContext(this);
+    else
+        ctx.palette = palette();
     ctx.cursorPosition = -1;  // a label shows no caret
     lx_ui_res::Provider* pRes = lx_ui_res::Provider::instance();
-    const QColor selection = pRes->color(m_strSelectionColorKey);
+    const QColor selection = pRes->color(m_pPrivate->strSelectionColorKey);
     for (auto& sel : ctx.selections) {
         if (selection.isValid())
             sel.format.setBackground(selection);
         sel.format.clearForeground();  // the text keeps its own colours under the selection
     }
-    if (m_spConfig) {
-        const QColor text = pRes->color(m_spConfig->strTextColor);
+    if (m_pPrivate->spConfig) {
+        const QColor text = pRes->color(m_pPrivate->spConfig->strTextColor);
         if (text.isValid())
             ctx.palette.setColor(QPalette::Text, text);
     }
     ctx.clip = QRectF(e->rect().translated(-cr.topLeft()));
-    m_pLayout->draw(&painter, ctx);
+    m_pPrivate->pLayout->draw(&painter, ctx);
 }

@@ -4,9 +4,15 @@
 // it to a line or height limit with an ellipsis (CLxRichTextLayout), reports clicks and hovers on
 // the interactive snippets, and lets the user select and copy text with mouse and keyboard.
 //
-// Built like Qt's own label: a QWidgetTextControl owns the document and receives the mouse, key and
-// focus events. Each interactive snippet is an anchor whose href is its index in the list, so a
-// position in the document maps back to its snippet.
+// Built like Qt's own label: a text control (QWidgetTextControl) owns the document and receives
+// the mouse, key and focus events. Each interactive snippet is an anchor whose href is its index in
+// the list, so a position in the document maps back to its snippet.
+//
+// Cheap to make and to fill, since a feed makes many rows it never paints: the widget holds no
+// document until content is set; the text control comes with the first press, key, focus or
+// selection call, and the measuring document with the first measure at another width. Content
+// made of the kit's snippets goes into the document through a text cursor with formats prepared
+// once per style, not through the HTML reader (the document is the same either way).
 //
 //   auto* label = new CLxRichText(parent);
 //   label->SetMaxLine(3);
@@ -48,18 +54,17 @@
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetBase.h>
 
-#include <QElapsedTimer>
 #include <QFrame>
 #include <QMetaType>
-#include <QPointer>
 #include <QTextLine>
 
 #include <memory>
 #include <vector>
 
+class CLxRichTextControl;
+class CLxRichTextPrivate;
 class QTextDocument;
 class QTextLayout;
-class QWidgetTextControl;
 
 Q_DECLARE_METATYPE(std::shared_ptr<CLxRichTextSnippetBase>)
 
@@ -84,8 +89,8 @@ public:
     // Content. The widget keeps the list (shared with the caller); empty pointers are skipped but
     // keep their index. Asserts "m_pDocForCalculateSize" when the measuring document is missing.
     void SetRichTextData(const SnippetList& vecSnippets);
-    const SnippetList& GetRichTextData() const { return m_vecSnippets; }
-    std::shared_ptr<LxRichTextConfig> GetConfig() const { return m_spConfig; }
+    const SnippetList& GetRichTextData() const;
+    std::shared_ptr<LxRichTextConfig> GetConfig() const;
     void SetConfig(std::shared_ptr<LxRichTextConfig> spConfig);
     // The HTML of all snippets in order; empty without snippets or configuration.
     QString GetFormatHtml();
@@ -102,7 +107,7 @@ public:
 
     // Limits (passed to the layout; assert "m_pLayout" without one).
     void SetMaxLine(int i32MaxLine);
-    int GetMaxLine() const { return m_i32MaxLine; }
+    int GetMaxLine() const;
     void SetEllipsisShown(bool bShown);
     // Height limit of the text itself, used only without a line limit; 0 for none.
     void SetTextMaxHeight(unsigned int u32MaxHeight);
@@ -110,9 +115,9 @@ public:
     void ReSetMaxHeight();
 
     void SetWrapMode(WrapMode enMode);
-    WrapMode GetWrapMode() const { return m_enWrapMode; }
+    WrapMode GetWrapMode() const;
     void SetAlignment(TextAlignment enAlignment);
-    TextAlignment GetAlignment() const { return m_enAlignment; }
+    TextAlignment GetAlignment() const;
     void SetSelectionColorKey(const QString& strKey);
 
     // Measuring. Documents default to the shown one.
@@ -139,7 +144,7 @@ public:
 
     // Selection.
     void SetSelectEnable(bool bEnable);
-    bool IsSelectEnable() const { return m_bSelectEnable; }
+    bool IsSelectEnable() const;
     void SetSelection(int i32Start, int i32Length);
     void SelectAll();
     void ClearSelection();
@@ -151,7 +156,7 @@ public:
     SnippetList GetSelDataItems() const;
 
     QTextDocument* document() const;
-    CLxRichTextLayout* GetLayout() const { return m_pLayout; }
+    CLxRichTextLayout* GetLayout() const;
 
 Q_SIGNALS:
     void Clicked(std::shared_ptr<CLxRichTextSnippetBase> snippet, QPoint globalPos);
@@ -179,10 +184,12 @@ private Q_SLOTS:
 
 private:
     void init();
-    void EnsureTextControl();
+    QTextDocument* EnsureDocument();
+    CLxRichTextControl* EnsureTextControl();
     bool InitDocumentForCalculateSize();
     void SetupDocument(QTextDocument* pDoc, CLxRichTextLayout* pLayout);
-    void SetHtmlInto(QTextDocument* pDoc, const QString& strHtml);
+    void SetContent(const QString& strHtml, bool bFromSnippets);
+    void SetHtmlInto(QTextDocument* pDoc, const QString& strHtml, bool bFromSnippets);
     void SetEmotionObjectType(QTextDocument* pDoc);
     void AdjustWrapMode();
     void ApplyLimits(CLxRichTextLayout* pLayout);
@@ -199,45 +206,9 @@ private:
     std::shared_ptr<CLxRichTextSnippetBase> SnippetForHref(const QString& strHref) const;
     void OnHovered(const QString& strHref);
     void OnClicked(const QString& strHref, QMouseEvent* e);
-    void SendToControl(QEvent* e);
+    void SendToControl(QEvent* e, bool bCreate = true);
     // Document ranges [start, end) of every snippet, in list order.
     std::vector<std::pair<int, int>> SnippetRanges() const;
 
-    SnippetList m_vecSnippets;
-    std::shared_ptr<LxRichTextConfig> m_spConfig;
-    QPointer<CLxRichTextLayout> m_pLayout;
-    int m_i32MaxLine = 0;
-    QString m_strSelectionColorKey = QStringLiteral("ck_blue300_50");
-    QPointer<QWidgetTextControl> m_pControl;
-    QPointer<QTextDocument> m_pDoc;
-    QPointer<QTextDocument> m_pDocForCalculateSize;
-    QPointer<CLxRichTextLayout> m_pMeasureLayout;
-    TextAlignment m_enAlignment = AlignLeft;
-    WrapMode m_enWrapMode = WrapAtWordBoundaryOrAnywhere;
-    bool m_bSelectEnable = true;
-    bool m_bShowEllipsis = true;
-    unsigned int m_u32TextMaxHeight = 0;
-    QString m_strText;
-    bool m_bHtmlFromSnippets = true;  // false while HTML given through setText is shown
-
-    bool m_bTextLayoutDirty = true;
-    bool m_bMeasureDocDirty = true;
-    bool m_bThemeDirty = false;
-    bool m_bPainted = false;
-    bool m_bSizeChanged = false;
-    mutable bool m_bValidHints = false;
-    mutable QSize m_sizeHint = QSize(-1, -1);
-    mutable QSize m_minimumSizeHint = QSize(-1, -1);
-    struct SizeCacheEntry {
-        int i32Width = -1;
-        bool bLimited = true;
-        QSize size;
-    };
-    mutable SizeCacheEntry m_sizeCache[4];
-    mutable int m_i32NextCacheSlot = 0;
-
-    bool m_bTouchPressed = false;
-    QPoint m_ptTouchPress;
-    QElapsedTimer m_touchTimer;
-    const CLxRichTextSnippetBase* m_pLastHovered = nullptr;
+    std::unique_ptr<CLxRichTextPrivate> m_pPrivate;
 };

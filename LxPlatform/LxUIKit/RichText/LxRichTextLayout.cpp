@@ -1,4 +1,5 @@
 #include <LxUIKit/RichText/LxRichTextLayout.h>
+#include <LxUIKit/RichText/LxRichTextLayout_p.h>
 
 #include <LxStdUI/ResProvider.h>
 #include <LxUIKit/LxUIKitLog_p.h>
@@ -46,18 +47,6 @@ QTextCharFormat FormatAt(const QTextBlock& block, int offset) {
     }
     return block.charFormat();
 }
-
-// Qt's own document layout, used while no limit is set. It is not the document's installed
-// layout, so the calls Qt's text engine makes on the installed one (inline objects, changes) are
-// passed on to it; hence the protected steps are made reachable here.
-class CQtDocumentLayout : public QTextDocumentLayout {
-public:
-    using QTextDocumentLayout::documentChanged;
-    using QTextDocumentLayout::drawInlineObject;
-    using QTextDocumentLayout::positionInlineObject;
-    using QTextDocumentLayout::QTextDocumentLayout;
-    using QTextDocumentLayout::resizeInlineObject;
-};
 
 // Indent of a block from its own indent and, for a list item, its list's indent (as Qt does).
 qreal BlockIndent(const QTextDocument* doc, const QTextBlock& block) {
@@ -130,66 +119,47 @@ void DrawListMarker(QPainter* p, const QTextDocument* doc, const QTextBlock& blo
 
 }  // namespace
 
-class CLxRichTextLayoutPrivate {
-public:
-    void Init() { i32EllipsisWidth = QFontMetrics(QFont()).horizontalAdvance(kEllipsis); }
-
-    int32_t i32MaxLineCount = 0;
-    bool bShowEllipsis = true;
-    bool bAllTextShown = true;  // per block while laying out: every character got a line
-    uint32_t u32MaxHeight = 0;
-    int32_t i32EllipsisWidth = 0;
-    QString strEllipsisTextColor = QStringLiteral("ct_text_h1");
-
-    struct BlockInfo {
-        QTextBlock block;
-        int i32Position = 0;
-        QRectF rect;  // the block's lines, full text width, document coordinates
-        int i32Lines = 0;
-        bool bCut = false;
-        QFont ellipsisFont;
-        QPointF ellipsisPos;  // baseline start, document coordinates
-        qreal ellipsisWidth = 0;
-        bool bLeftAligned = true;
-    };
-    std::vector<BlockInfo> vecBlocks;
-    bool bDirty = true;
-    QSizeF size;
-    qreal idealWidth = 0;
-    int i32LineCount = 0;
-    int i32LayoutPasses = 0;
-
-    // Qt's layout, in charge while no limit is set; stale when the document changed or our own
-    // layout touched the blocks since it last laid them out.
-    CQtDocumentLayout* pQtLayout = nullptr;
-    bool bQtStale = true;
-    // Taken from the limits by Relayout(), like every other effect of the setters.
-    bool bUseQt = true;
-    bool UseQtLayout() const { return bUseQt; }
-
-    const BlockInfo* Find(int i32Position) const {
-        auto it = std::lower_bound(vecBlocks.begin(), vecBlocks.end(), i32Position,
-                                   [](const BlockInfo& b, int pos) { return b.i32Position < pos; });
-        return it != vecBlocks.end() && it->i32Position == i32Position ? &*it : nullptr;
+// Measured once per default font: every label makes a layout, and shaping "..." costs more than
+// the rest of making one.
+void CLxRichTextLayoutPrivate::Init() {
+    // Kept for the process (a font must not outlive the application's font system at exit).
+    static QFont* s_pFont = nullptr;
+    static int s_i32Width = 0;
+    const QFont font;
+    if (!s_pFont || !(font == *s_pFont)) {
+        if (!s_pFont)
+            s_pFont = new QFont;
+        *s_pFont = font;
+        s_i32Width = QFontMetrics(font).horizontalAdvance(kEllipsis);
     }
-};
+    i32EllipsisWidth = s_i32Width;
+}
 
 CLxRichTextLayout::CLxRichTextLayout(QTextDocument* pDoc)
     : QAbstractTextDocumentLayout(pDoc), m_pPrivate(std::make_unique<CLxRichTextLayoutPrivate>()) {
     m_pPrivate->Init();
     registerHandler(QTextFormat::ImageObject, new QTextImageHandler(this));
-    auto* pQt = new CQtDocumentLayout(pDoc);
-    pQt->setParent(this);
-    m_pPrivate->pQtLayout = pQt;
-    // Its signals are ours: the document's users listen to the installed layout.
-    connect(pQt, &QAbstractTextDocumentLayout::update, this, &QAbstractTextDocumentLayout::update);
-    connect(pQt, &QAbstractTextDocumentLayout::updateBlock, this, &QAbstractTextDocumentLayout::updateBlock);
-    connect(pQt, &QAbstractTextDocumentLayout::documentSizeChanged, this,
-            &QAbstractTextDocumentLayout::documentSizeChanged);
-    connect(pQt, &QAbstractTextDocumentLayout::pageCountChanged, this, &QAbstractTextDocumentLayout::pageCountChanged);
 }
 
 CLxRichTextLayout::~CLxRichTextLayout() = default;
+
+// Qt's layout is made when first needed: a label with a line limit never uses it.
+CQtDocumentLayout* CLxRichTextLayout::QtLayout() const {
+    CLxRichTextLayoutPrivate* d = m_pPrivate.get();
+    if (d->pQtLayout)
+        return d->pQtLayout;
+    auto* self = const_cast<CLxRichTextLayout*>(this);
+    auto* pQt = new CQtDocumentLayout(document());
+    pQt->setParent(self);
+    d->pQtLayout = pQt;
+    // Its signals are ours: the document's users listen to the installed layout.
+    connect(pQt, &QAbstractTextDocumentLayout::update, self, &QAbstractTextDocumentLayout::update);
+    connect(pQt, &QAbstractTextDocumentLayout::updateBlock, self, &QAbstractTextDocumentLayout::updateBlock);
+    connect(pQt, &QAbstractTextDocumentLayout::documentSizeChanged, self,
+            &QAbstractTextDocumentLayout::documentSizeChanged);
+    connect(pQt, &QAbstractTextDocumentLayout::pageCountChanged, self, &QAbstractTextDocumentLayout::pageCountChanged);
+    return pQt;
+}
 
 void CLxRichTextLayout::SetMaxLineCount(int i32MaxLineCount) { m_pPrivate->i32MaxLineCount = i32MaxLineCount; }
 void CLxRichTextLayout::SetShowEllipsis(bool bShow) { m_pPrivate->bShowEllipsis = bShow; }
@@ -209,7 +179,7 @@ void CLxRichTextLayout::Relayout() {
     // blocks after our engine has taken over, so it finishes now.
     if (m_pPrivate->bUseQt && !bUseQt && !m_pPrivate->bQtStale && document() &&
         !document()->docHandle()->isInEditBlock())
-        m_pPrivate->pQtLayout->documentSize();
+        QtLayout()->documentSize();
     m_pPrivate->bUseQt = bUseQt;
     m_pPrivate->bDirty = true;
     m_pPrivate->bQtStale = true;
@@ -225,7 +195,7 @@ void CLxRichTextLayout::documentChanged(int from, int charsRemoved, int charsAdd
         d->bDirty = true;
         ++d->i32LayoutPasses;
         SyncQtLayout();
-        d->pQtLayout->documentChanged(from, charsRemoved, charsAdded);
+        QtLayout()->documentChanged(from, charsRemoved, charsAdded);
         return;
     }
     d->bDirty = true;
@@ -236,7 +206,7 @@ void CLxRichTextLayout::documentChanged(int from, int charsRemoved, int charsAdd
 // Qt's layout looks inline-object handlers up in its own table; it gets ours, which is where
 // they are registered.
 void CLxRichTextLayout::SyncQtLayout() const {
-    CQtDocumentLayout* pQt = m_pPrivate->pQtLayout;
+    CQtDocumentLayout* pQt = QtLayout();
     auto* pOurs = static_cast<const QAbstractTextDocumentLayoutPrivate*>(QObjectPrivate::get(this));
     auto* pTheirs = static_cast<QAbstractTextDocumentLayoutPrivate*>(QObjectPrivate::get(pQt));
     pTheirs->handlers = pOurs->handlers;
@@ -256,7 +226,7 @@ bool CLxRichTextLayout::EnsureQtLayout() const {
         d->bDirty = true;  // our own line tables no longer describe the blocks
         ++d->i32LayoutPasses;
         SyncQtLayout();
-        d->pQtLayout->documentChanged(0, 0, document()->characterCount());
+        QtLayout()->documentChanged(0, 0, document()->characterCount());
     }
     return true;
 }
@@ -493,7 +463,7 @@ QRectF CLxRichTextLayout::GetLineRect(int i32Index) const {
 
 qreal CLxRichTextLayout::GetIdealWidth() const {
     if (EnsureQtLayout())
-        return m_pPrivate->pQtLayout->idealWidth();
+        return QtLayout()->idealWidth();
     EnsureLayout();
     return m_pPrivate->idealWidth;
 }
@@ -527,7 +497,7 @@ void CLxRichTextLayout::draw(QPainter* pPainter, const PaintContext& context) {
         PaintContext ctx = context;
         for (Selection& sel : ctx.selections)
             HalfTransparent(sel.format);
-        m_pPrivate->pQtLayout->draw(pPainter, ctx);
+        QtLayout()->draw(pPainter, ctx);
         return;
     }
     EnsureLayout();
@@ -584,7 +554,7 @@ void CLxRichTextLayout::draw(QPainter* pPainter, const PaintContext& context) {
 
 int CLxRichTextLayout::hitTest(const QPointF& point, Qt::HitTestAccuracy accuracy) const {
     if (EnsureQtLayout())
-        return m_pPrivate->pQtLayout->hitTest(point, accuracy);
+        return QtLayout()->hitTest(point, accuracy);
     EnsureLayout();
     const auto& blocks = m_pPrivate->vecBlocks;
     const bool bFuzzy = accuracy == Qt::FuzzyHit;
@@ -628,20 +598,20 @@ int CLxRichTextLayout::hitTest(const QPointF& point, Qt::HitTestAccuracy accurac
 
 int CLxRichTextLayout::pageCount() const {
     if (EnsureQtLayout())
-        return m_pPrivate->pQtLayout->pageCount();
+        return QtLayout()->pageCount();
     return 1;
 }
 
 QSizeF CLxRichTextLayout::documentSize() const {
     if (EnsureQtLayout())
-        return m_pPrivate->pQtLayout->documentSize();
+        return QtLayout()->documentSize();
     EnsureLayout();
     return m_pPrivate->size;
 }
 
 QRectF CLxRichTextLayout::frameBoundingRect(QTextFrame* pFrame) const {
     if (EnsureQtLayout())
-        return m_pPrivate->pQtLayout->frameBoundingRect(pFrame);
+        return QtLayout()->frameBoundingRect(pFrame);
     if (!pFrame || !document() || pFrame != document()->rootFrame())
         return QRectF();
     EnsureLayout();
@@ -650,7 +620,7 @@ QRectF CLxRichTextLayout::frameBoundingRect(QTextFrame* pFrame) const {
 
 QRectF CLxRichTextLayout::blockBoundingRect(const QTextBlock& block) const {
     if (EnsureQtLayout())
-        return m_pPrivate->pQtLayout->blockBoundingRect(block);
+        return QtLayout()->blockBoundingRect(block);
     if (!block.isValid())
         return QRectF();
     EnsureLayout();
@@ -663,7 +633,7 @@ QRectF CLxRichTextLayout::blockBoundingRect(const QTextBlock& block) const {
 void CLxRichTextLayout::resizeInlineObject(QTextInlineObject item, int posInDocument, const QTextFormat& format) {
     if (m_pPrivate->UseQtLayout()) {
         SyncQtLayout();
-        m_pPrivate->pQtLayout->resizeInlineObject(item, posInDocument, format);
+        QtLayout()->resizeInlineObject(item, posInDocument, format);
         return;
     }
     const QTextCharFormat f = format.toCharFormat();
@@ -686,14 +656,14 @@ void CLxRichTextLayout::resizeInlineObject(QTextInlineObject item, int posInDocu
 // Qt's layout places floating objects here; ours keeps every object in the line.
 void CLxRichTextLayout::positionInlineObject(QTextInlineObject item, int posInDocument, const QTextFormat& format) {
     if (m_pPrivate->UseQtLayout())
-        m_pPrivate->pQtLayout->positionInlineObject(item, posInDocument, format);
+        QtLayout()->positionInlineObject(item, posInDocument, format);
 }
 
 void CLxRichTextLayout::drawInlineObject(QPainter* pPainter, const QRectF& rect, QTextInlineObject item,
                                          int posInDocument, const QTextFormat& format) {
     if (m_pPrivate->UseQtLayout()) {
         SyncQtLayout();
-        m_pPrivate->pQtLayout->drawInlineObject(pPainter, rect, item, posInDocument, format);
+        QtLayout()->drawInlineObject(pPainter, rect, item, posInDocument, format);
         return;
     }
     QAbstractTextDocumentLayout::drawInlineObject(pPainter, rect, item, posInDocument, format);

@@ -40,6 +40,7 @@
 #include <memory>
 
 class CLxRichTextLayoutPrivate;
+class CQtDocumentLayout;
 class QTextBlock;
 
 class LXUIKIT_EXPORT CLxRichTextLayout : public QAbstractTextDocumentLayout {
@@ -100,6 +101,7 @@ private:
     // True when Qt's layout is in charge (no limit), after bringing it up to date.
     bool EnsureQtLayout() const;
     void SyncQtLayout() const;
+    CQtDocumentLayout* QtLayout() const;
 
     std::unique_ptr<CLxRichTextLayoutPrivate> m_pPrivate;
 };

@@ -8,21 +8,18 @@ void CLxRichTextSnippetBase::CreatHtml(unsigned int, std::shared_ptr<LxRichTextC
 
 ILxRichTextData* CLxRichTextSnippetBase::GetData() { return dynamic_cast<ILxRichTextData*>(this); }
 
-QString CLxRichTextSnippetBase::FormatStyleHtml(bool bBold, bool bUnderline, const QString& strColorKey,
-                                                const QString& strFontToken) {
+namespace {
+
+QString BuildStyleHtml(bool bBold, bool bUnderline, const QString& strColor, bool bHasColor,
+                       const QString& strFontToken) {
     QString style;
     style.reserve(96);
     if (bBold)
         style += QLatin1String("font-weight:bold;");
     style += QLatin1String("text-decoration:");
     style += bUnderline ? QLatin1String("underline;") : QLatin1String("none;");
-    if (!strColorKey.isEmpty()) {
-        std::shared_ptr<const lx_ui_res::ColorString> spColor;
-        lx_ui_res::Provider::instance()->get(spColor, strColorKey);
-        if (!spColor)
-            spColor = std::make_shared<const lx_ui_res::ColorString>();
-        style += QLatin1String("color:") + spColor->str() + QLatin1Char(';');
-    }
+    if (bHasColor)
+        style += QLatin1String("color:") + strColor + QLatin1Char(';');
     if (!strFontToken.isEmpty()) {
         // The token sits inside a single-quoted attribute: keep only identifier characters.
         QString token;
@@ -36,6 +33,44 @@ QString CLxRichTextSnippetBase::FormatStyleHtml(bool bBold, bool bUnderline, con
             style += QLatin1String(" font-size:") + QString::number(px) + QLatin1String("px;");
     }
     return QLatin1String(" style =' ") + style + QLatin1Char('\'');
+}
+
+// The last styles built: a text of many snippets asks for the same few again and again. The
+// colour is resolved on every call, so a theme change never finds an old style.
+struct RecentStyle {
+    bool bBold = false;
+    bool bUnderline = false;
+    bool bHasColor = false;
+    QString strColor;
+    QString strFontToken;
+    QString strStyle;
+};
+constexpr int kRecentStyles = 8;
+RecentStyle s_recentStyles[kRecentStyles];
+int s_i32NextStyle = 0;
+
+}  // namespace
+
+QString CLxRichTextSnippetBase::FormatStyleHtml(bool bBold, bool bUnderline, const QString& strColorKey,
+                                                const QString& strFontToken) {
+    QString color;
+    const bool bHasColor = !strColorKey.isEmpty();
+    if (bHasColor) {
+        std::shared_ptr<const lx_ui_res::ColorString> spColor;
+        lx_ui_res::Provider::instance()->get(spColor, strColorKey);
+        if (!spColor)
+            spColor = std::make_shared<const lx_ui_res::ColorString>();
+        color = spColor->str();
+    }
+    for (const RecentStyle& recent : s_recentStyles)
+        if (!recent.strStyle.isNull() && recent.bBold == bBold && recent.bUnderline == bUnderline &&
+            recent.bHasColor == bHasColor && recent.strColor == color && recent.strFontToken == strFontToken)
+            return recent.strStyle;
+    RecentStyle& slot = s_recentStyles[s_i32NextStyle];
+    s_i32NextStyle = (s_i32NextStyle + 1) % kRecentStyles;
+    slot = RecentStyle{bBold, bUnderline,   bHasColor,
+                       color, strFontToken, BuildStyleHtml(bBold, bUnderline, color, bHasColor, strFontToken)};
+    return slot.strStyle;
 }
 
 namespace {
@@ -158,7 +193,14 @@ QString CLxRichTextSnippetBase::AnchorHtml(unsigned int index, const QString& st
                                            const char* szExtra) {
     QString html;
     html.reserve(strStyle.size() + strText.size() + 32);
-    html += QLatin1String("<a href=\"") + QString::number(index) + QLatin1Char('"') + QLatin1String(szExtra) +
-            strStyle + QLatin1Char('>') + strText + QLatin1String("</a>");
+    // Appended piece by piece: one allocation instead of a temporary per "+".
+    html += QLatin1String("<a href=\"");
+    html += QString::number(index);
+    html += QLatin1Char('"');
+    html += QLatin1String(szExtra);
+    html += strStyle;
+    html += QLatin1Char('>');
+    html += strText;
+    html += QLatin1String("</a>");
     return html;
 }

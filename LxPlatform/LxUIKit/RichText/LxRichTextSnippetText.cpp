@@ -7,8 +7,11 @@ void CLxRichTextSnippetText::CreatHtml(unsigned int, std::shared_ptr<LxRichTextC
     const QString style = FormatStyleHtml(cfg->bBold, cfg->bUnderline, cfg->strTextColor, cfg->strFontToken);
     m_strHtml.clear();
     m_strHtml.reserve(style.size() + m_strShownText.size() + 48);
-    m_strHtml += QLatin1String("<span  style=\"white-space: pre-wrap;\" ") + style + QLatin1Char('>') + m_strShownText +
-                 QLatin1String("</span>");
+    m_strHtml += QLatin1String("<span  style=\"white-space: pre-wrap;\" ");
+    m_strHtml += style;
+    m_strHtml += QLatin1Char('>');
+    m_strHtml += m_strShownText;
+    m_strHtml += QLatin1String("</span>");
 }
 
 void CLxRichTextSnippetText::SetTextData(const QString& text) {

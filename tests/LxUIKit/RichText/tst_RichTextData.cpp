@@ -4,6 +4,8 @@
 
 #include <LxStdUI/MultiLang.h>
 
+#include <functional>
+
 using namespace rt_test;
 
 namespace {
@@ -310,42 +312,27 @@ private slots:
         QVERIFY(v.fromJsonString(json.toStdString()));
         std::shared_ptr<ILxRichTextData> data;
         quint64 got = 0;
+        auto read = [&](auto p, auto id) {
+            QVERIFY(p->FromProtoValue(v));
+            got = quint64(id(*p));
+            data = p;
+        };
         switch (v["type"].asInt32()) {
-        case 3: {
-            auto p = std::make_shared<CLxRichTextSnippetUser>();
-            QVERIFY(p->FromProtoValue(v));
-            got = p->GetUserID();
-            data = p;
+        case 3: read(std::make_shared<CLxRichTextSnippetUser>(), std::mem_fn(&CLxRichTextDataUser::GetUserID)); break;
+        case 4:
+            read(std::make_shared<CLxRichTextSnippetStock>(), std::mem_fn(&CLxRichTextDataStock::GetStockID));
             break;
-        }
-        case 4: {
-            auto p = std::make_shared<CLxRichTextSnippetStock>();
-            QVERIFY(p->FromProtoValue(v));
-            got = p->GetStockID();
-            data = p;
+        case 5:
+            read(std::make_shared<CLxRichTextSnippetPortfolio>(),
+                 std::mem_fn(&CLxRichTextDataPortfolio::GetPortfolioID));
             break;
-        }
-        case 5: {
-            auto p = std::make_shared<CLxRichTextSnippetPortfolio>();
-            QVERIFY(p->FromProtoValue(v));
-            got = p->GetPortfolioID();
-            data = p;
+        case 6:
+            read(std::make_shared<CLxRichTextSnippetEmoticon>(), std::mem_fn(&CLxRichTextDataEmotion::GetEmoticonID));
             break;
-        }
-        case 6: {
-            auto p = std::make_shared<CLxRichTextSnippetEmoticon>();
-            QVERIFY(p->FromProtoValue(v));
-            got = p->GetEmoticonID();
-            data = p;
+        default:
+            read(std::make_shared<CLxRichTextSnippetLink>(),
+                 [](const CLxRichTextDataLink& l) { return qint64(l.GetLinkType()); });
             break;
-        }
-        default: {
-            auto p = std::make_shared<CLxRichTextSnippetLink>();
-            QVERIFY(p->FromProtoValue(v));
-            got = quint64(qint64(p->GetLinkType()));
-            data = p;
-            break;
-        }
         }
         QCOMPARE(got, id);
         QVERIFY(!data->ToProtoValue().toJsonString().empty());
