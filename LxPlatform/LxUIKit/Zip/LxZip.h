@@ -42,6 +42,7 @@
 
 class QZipWriter;
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the namespace the host's code calls
 namespace _zip {
 
 bool ExtractDir(const QString& zipPath, const QString& destDir);

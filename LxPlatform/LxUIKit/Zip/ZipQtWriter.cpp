@@ -127,7 +127,7 @@ bool PatchEntries(const QString& zipPath, const EntryMetas& metas) {
     if (!f.open(QIODevice::ReadWrite) || !ReadCentralDirectory(f, entries))
         return false;
     bool ok = true;
-    for (const CentralEntry& e : entries) {
+    for (const CentralEntry& e : qAsConst(entries)) {
         auto it = metas.constFind(e.strName);
         if (it == metas.constEnd())
             continue;
@@ -208,6 +208,7 @@ private:
 
 namespace compress {
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature the host's code calls
 bool CompressDir(QSharedPointer<QZipWriter> writer, const QString& dirPath, const QString& parentEntry,
                  const QString& stripPrefix) {
     if (!writer)
@@ -216,6 +217,7 @@ bool CompressDir(QSharedPointer<QZipWriter> writer, const QString& dirPath, cons
     return detail::PackFolder(sink, dirPath, parentEntry, stripPrefix);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature the host's code calls
 bool CompressFile(QSharedPointer<QZipWriter> writer, const QString& filePath, const QString& parentEntry,
                   const QString& stripPrefix) {
     if (!writer)
