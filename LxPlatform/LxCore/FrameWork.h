@@ -79,9 +79,11 @@ void SetLogFileSizeLimit(qint64 bytes);
 // Hook that receives every record, from whatever thread wrote it. One hook at a time; an empty
 // function removes it. The name is historical: the developer tools use it to feed the log viewer.
 using StdOutCallback = std::function<void(const LogContext&)>;
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 void _FW_InitStdOutInMainThread(StdOutCallback callback);
 
 // Soft assertion. `file` is the source path; the extension is dropped in the record.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 void _FW_OnAssertFailed(const char* module, const char* file, int line, const char* expression);
 struct AssertInfo {
     std::string strModule;
@@ -94,6 +96,7 @@ using AssertHandler = std::function<void(const AssertInfo&)>;
 AssertHandler SetAssertHandler(AssertHandler handler);
 
 // Asserts (expression "InMainThread") when called off the GUI thread. Returns whether on it.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 bool _FW_AssertInMainThread(const char* module, const char* file, int line);
 
 // Per-path IO counters, fed by core::fs helpers.

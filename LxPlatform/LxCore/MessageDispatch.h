@@ -12,6 +12,7 @@
 #include <functional>
 #include <vector>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 class _CMessageDispatch {
 public:
     using Handler = std::function<void(int i32MsgId, const core::CProtoValue& params)>;
