@@ -8,9 +8,18 @@
 # line is excused on that line, with the reason beside it:
 #   // NOLINT(check-name): reason            clang-tidy
 #   // clazy:exclude=check-name reason       clazy
-# Honours LX_JOBS (parallel tool runs) and LX_LINT_BUILD_DIR (default build-lint/).
+# Honours LX_JOBS (parallel tool runs), LX_LINT_BUILD_DIR (default build-lint/) and LX_LINT_TOOLS
+# ("clazy clang-tidy" by default; name one to run only that one).
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+read -r -a tools <<<"${LX_LINT_TOOLS:-clazy clang-tidy}"
+for tool in "${tools[@]}"; do
+  case "$tool" in
+    clazy | clang-tidy) ;;
+    *) echo "error: unknown tool in LX_LINT_TOOLS: $tool" >&2; exit 2 ;;
+  esac
+done
 
 # clazy 1.11 and clang-tidy 14 are built on the same LLVM as Debian 12's clang, which configures
 # the compile database so both tools see the flags they were built for.
@@ -58,7 +67,7 @@ in_scope() {
 
 sources=()
 while IFS= read -r f; do
-  in_scope "$f" && sources+=("$f")
+  if in_scope "$f"; then sources+=("$f"); fi
 done < <(find "${roots[@]}" -name '*.cpp' | sort -u)
 if [ ${#sources[@]} -eq 0 ]; then
   echo "error: no sources to check" >&2
@@ -87,7 +96,7 @@ run_tool() {
 export -f run_tool
 
 start=$(date +%s)
-for tool in clazy clang-tidy; do
+for tool in "${tools[@]}"; do
   t0=$(date +%s)
   lx_log "Running $tool over ${#sources[@]} sources ($jobs jobs)"
   printf '%s\0' "${sources[@]}" | xargs -0 -P "$jobs" -I{} bash -c 'run_tool "$1" "$2"' _ "$tool" {}
@@ -98,8 +107,8 @@ done
 # reported once however many sources include it, and only when it is in scope; errors always count.
 findings="$out/findings.txt"
 : >"$findings"
-cat "$out"/clazy/*.log "$out"/clang-tidy/*.log |
-  grep -E '^[^ :]+:[0-9]+:[0-9]+: (warning|error): ' |
+find "$out" -name '*.log' -exec cat {} + |
+  { grep -E '^[^ :]+:[0-9]+:[0-9]+: (warning|error): ' || true; } |
   sed "s|^$LX_ROOT/||" | sort -u |
   while IFS= read -r line; do
     path="${line%%:*}"
