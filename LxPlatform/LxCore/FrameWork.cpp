@@ -27,7 +27,7 @@ struct LogState {
     QMutex mutex;  // guards everything below
     QFile file;
     QString strPath;
-    qint64 i64SizeLimit = 10 * 1024 * 1024;
+    qint64 i64SizeLimit = qint64(10) * 1024 * 1024;
     std::map<CallSiteKey, LogCallSite> mapSites;
     std::map<int, uint64_t> mapPerLevel;
     std::map<std::string, uint64_t> mapPerModule;

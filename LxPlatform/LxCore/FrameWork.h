@@ -81,9 +81,11 @@ LXCORE_EXPORT void SetLogFileSizeLimit(qint64 bytes);
 // Hook that receives every record, from whatever thread wrote it. One hook at a time; an empty
 // function removes it. The name is historical: the developer tools use it to feed the log viewer.
 using StdOutCallback = std::function<void(const LogContext&)>;
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 LXCORE_EXPORT void _FW_InitStdOutInMainThread(StdOutCallback callback);
 
 // Soft assertion. `file` is the source path; the extension is dropped in the record.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 LXCORE_EXPORT void _FW_OnAssertFailed(const char* module, const char* file, int line, const char* expression);
 struct LXCORE_EXPORT AssertInfo {
     std::string strModule;
@@ -96,6 +98,7 @@ using AssertHandler = std::function<void(const AssertInfo&)>;
 LXCORE_EXPORT AssertHandler SetAssertHandler(AssertHandler handler);
 
 // Asserts (expression "InMainThread") when called off the GUI thread. Returns whether on it.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 LXCORE_EXPORT bool _FW_AssertInMainThread(const char* module, const char* file, int line);
 
 // Per-path IO counters, fed by core::fs helpers.

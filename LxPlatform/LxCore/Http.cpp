@@ -36,7 +36,11 @@ struct Running {
 };
 
 std::atomic<uint64_t> g_nextId{1};
-std::map<RequestId, std::shared_ptr<Running>> g_running;  // GUI thread only
+// GUI thread only. Made on first use, so loading the library runs no constructor.
+std::map<RequestId, std::shared_ptr<Running>>& RunningRequests() {
+    static std::map<RequestId, std::shared_ptr<Running>> s_mapRunning;
+    return s_mapRunning;
+}
 
 QNetworkAccessManager* Manager() {
     static QPointer<QNetworkAccessManager> s_nam;
@@ -75,11 +79,11 @@ QHttpMultiPart* BuildMultipart(const Request& req, QString& error) {
 }
 
 void Finish(RequestId id) {
-    auto it = g_running.find(id);
-    if (it == g_running.end())
+    auto it = RunningRequests().find(id);
+    if (it == RunningRequests().end())
         return;
     std::shared_ptr<Running> run = it->second;
-    g_running.erase(it);
+    RunningRequests().erase(it);
     QNetworkReply* reply = run->pReply;
     if (!reply)
         return;
@@ -181,19 +185,19 @@ void StartOnMain(RequestId id, const Request& req, DoneCallback onDone, Progress
         reply = Manager()->sendCustomRequest(nreq, req.method, req.body);
     }
     run->pReply = reply;
-    g_running[id] = run;
+    RunningRequests()[id] = run;
 
     QObject::connect(reply, &QNetworkReply::readyRead, reply, [id] {
-        auto it = g_running.find(id);
-        if (it == g_running.end() || !it->second->pPartFile || !it->second->pReply)
+        auto it = RunningRequests().find(id);
+        if (it == RunningRequests().end() || !it->second->pPartFile || !it->second->pReply)
             return;
         const QByteArray chunk = it->second->pReply->readAll();
         if (it->second->pPartFile->write(chunk) != chunk.size())
             it->second->bWriteFailed = true;
     });
     QObject::connect(reply, &QNetworkReply::downloadProgress, reply, [id](qint64 rec, qint64 total) {
-        auto it = g_running.find(id);
-        if (it == g_running.end())
+        auto it = RunningRequests().find(id);
+        if (it == RunningRequests().end())
             return;
         const std::shared_ptr<Running> run = it->second;
         if (run->i64MaxBodyBytes > 0 && (rec > run->i64MaxBodyBytes || total > run->i64MaxBodyBytes)) {
@@ -229,11 +233,11 @@ RequestId Start(const Request& request, DoneCallback onDone, ProgressCallback on
 
 bool Cancel(RequestId id) {
     LXCORE_ASSERT_MAIN_THREAD();
-    auto it = g_running.find(id);
-    if (it == g_running.end())
+    auto it = RunningRequests().find(id);
+    if (it == RunningRequests().end())
         return false;
     std::shared_ptr<Running> run = it->second;
-    g_running.erase(it);
+    RunningRequests().erase(it);
     if (run->pPartFile) {
         run->pPartFile->close();
         QFile::remove(run->pPartFile->fileName());
@@ -246,7 +250,7 @@ bool Cancel(RequestId id) {
     return true;
 }
 
-int RunningCount() { return int(g_running.size()); }
+int RunningCount() { return int(RunningRequests().size()); }
 
 }  // namespace http
 }  // namespace network

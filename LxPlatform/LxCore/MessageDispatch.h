@@ -13,6 +13,7 @@
 #include <functional>
 #include <vector>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 class LXCORE_EXPORT _CMessageDispatch {
 public:
     using Handler = std::function<void(int i32MsgId, const core::CProtoValue& params)>;

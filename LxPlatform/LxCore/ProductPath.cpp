@@ -7,8 +7,15 @@
 namespace core {
 namespace product_path {
 namespace {
-QMutex g_mutex;
-QString g_strRootOverride;
+// The root set by SetRootDir(), made on first use so loading the library runs no constructor.
+struct RootOverride {
+    QMutex mutex;  // guards strRoot: any thread may ask for a folder
+    QString strRoot;
+};
+RootOverride& Override() {
+    static RootOverride s_override;
+    return s_override;
+}
 
 QString Ensure(const QString& path) {
     QDir().mkpath(path);
@@ -18,9 +25,10 @@ QString Ensure(const QString& path) {
 
 QString GetRootDir() {
     {
-        QMutexLocker lock(&g_mutex);
-        if (!g_strRootOverride.isEmpty())
-            return g_strRootOverride;
+        RootOverride& o = Override();
+        QMutexLocker lock(&o.mutex);
+        if (!o.strRoot.isEmpty())
+            return o.strRoot;
     }
     const QString env = qEnvironmentVariable("LX_PRODUCT_ROOT");
     if (!env.isEmpty())
@@ -32,8 +40,9 @@ QString GetRootDir() {
 }
 
 void SetRootDir(const QString& root) {
-    QMutexLocker lock(&g_mutex);
-    g_strRootOverride = root.isEmpty() ? QString() : QDir::cleanPath(root);
+    RootOverride& o = Override();
+    QMutexLocker lock(&o.mutex);
+    o.strRoot = root.isEmpty() ? QString() : QDir::cleanPath(root);
 }
 
 QString GetCommonDir() { return Ensure(GetRootDir() + QStringLiteral("/common")); }

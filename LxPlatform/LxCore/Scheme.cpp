@@ -22,7 +22,7 @@ void RegisterUnknowSchemeCallBack(UnknownSchemeCallback callback) { Reg().unknow
 void RegisterSchemeHandler(const QString& scheme, SchemeHandler handler) {
     const QString key = scheme.toLower();
     if (handler)
-        Reg().handlers.insert(key, std::move(handler));
+        Reg().handlers[key] = std::move(handler);
     else
         Reg().handlers.remove(key);
 }

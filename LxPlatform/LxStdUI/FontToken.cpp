@@ -53,8 +53,6 @@ public:
     }
 };
 
-QPointer<StyleSheetFilter> g_pFilter;
-
 }  // namespace
 
 const QList<LFontTokenLoader::FontToken>& LFontTokenLoader::getAllFontTokens() {
@@ -102,7 +100,7 @@ QFont LFontTokenLoader::font(const QString& name) {
         return QGuiApplication::font();
     QFont f;
     f.setFamilies(families());
-    f.setFamily(families().first());
+    f.setFamily(families().constFirst());
     f.setPixelSize(t.i32PixelSize);
     f.setWeight(t.i32Weight);
     return f;
@@ -133,7 +131,7 @@ QString LFontTokenLoader::resolveStyleSheet(const QString& qss) {
             out += QStringLiteral("/*lxft-unknown:%1*/").arg(m.captured(1));
         } else {
             out += QStringLiteral("font-family:\"%1\"; font-size:%2px; font-weight:%3; /*lxft:%4*/")
-                       .arg(families().first())
+                       .arg(families().constFirst())
                        .arg(t.i32PixelSize)
                        .arg(CssWeight(t.i32Weight))
                        .arg(t.strName);
@@ -147,10 +145,12 @@ QString LFontTokenLoader::resolveStyleSheet(const QString& qss) {
 }
 
 void LFontTokenLoader::installStyleSheetFilter() {
-    if (g_pFilter || !qobject_cast<QApplication*>(QCoreApplication::instance()))
+    // One filter per application; it goes with the application object, and a later one gets its own.
+    static QPointer<StyleSheetFilter> s_pFilter;
+    if (s_pFilter || !qobject_cast<QApplication*>(QCoreApplication::instance()))
         return;
-    g_pFilter = new StyleSheetFilter(QCoreApplication::instance());
-    QCoreApplication::instance()->installEventFilter(g_pFilter);
+    s_pFilter = new StyleSheetFilter(QCoreApplication::instance());
+    QCoreApplication::instance()->installEventFilter(s_pFilter);
 }
 
 static void lxstdui_install_font_filter_at_startup() { LFontTokenLoader::installStyleSheetFilter(); }

@@ -54,7 +54,7 @@ QString SvgIconRenderer::resolvePath(const QString& path) {
         roots << QStringLiteral(":/") << QStringLiteral(":/lxstdui/");
         if (QCoreApplication::instance())
             roots << QCoreApplication::applicationDirPath() + QLatin1Char('/');
-        for (QString root : roots) {
+        for (QString root : qAsConst(roots)) {
             if (!root.endsWith(QLatin1Char('/')))
                 root += QLatin1Char('/');
             if (QFileInfo::exists(root + path)) {

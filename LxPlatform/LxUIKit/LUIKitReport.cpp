@@ -3,16 +3,23 @@
 #include <LxUIKit/LxUIKitLog_p.h>
 
 namespace lxuikit_report {
-static ReportDelegate g_fnReportDelegate;  // the process-wide slot
+namespace {
+// The process-wide slot, made on first use so loading the library runs no constructor.
+ReportDelegate& Delegate() {
+    static ReportDelegate s_fnDelegate;
+    return s_fnDelegate;
+}
+}  // namespace
 
 bool Report(const std::string& event, int value, const Json::Value& params) {
-    if (!g_fnReportDelegate) {
+    const ReportDelegate& delegate = Delegate();
+    if (!delegate) {
         LXUIKIT_ASSERT_AT(false, 10);
         return false;
     }
-    return g_fnReportDelegate(event, value, params);
+    return delegate(event, value, params);
 }
 
-void setReportDelegate(ReportDelegate delegate) { g_fnReportDelegate = std::move(delegate); }
+void setReportDelegate(ReportDelegate delegate) { Delegate() = std::move(delegate); }
 
 }  // namespace lxuikit_report

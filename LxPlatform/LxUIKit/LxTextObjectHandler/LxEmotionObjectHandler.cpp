@@ -34,7 +34,7 @@ QString HighResVariant(const QString& file, double dpr, qreal* pSourceDpr) {
     if (dot <= 0)
         return file;
     for (int n = qMin(3, int(std::ceil(dpr))); n >= 2; --n) {
-        const QString candidate = file.left(dot) + QStringLiteral("@%1x").arg(n) + file.mid(dot);
+        QString candidate = file.left(dot) + QStringLiteral("@%1x").arg(n) + file.mid(dot);
         if (QFileInfo::exists(candidate)) {
             *pSourceDpr = n;
             return candidate;

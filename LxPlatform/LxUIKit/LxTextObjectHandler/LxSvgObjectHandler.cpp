@@ -51,8 +51,8 @@ void CLxSvgObjectHandler::drawObject(QPainter* painter, const QRectF& rect, QTex
         QByteArray svg;
         if (!m_mapRenderers.contains(imageUrl)) {
             const QByteArray payload = imageUrl.mid(comma + 1).toLatin1();
-            svg = imageUrl.left(comma).endsWith(QLatin1String(";base64")) ? QByteArray::fromBase64(payload)
-                                                                          : QByteArray::fromPercentEncoding(payload);
+            svg = imageUrl.leftRef(comma).endsWith(QLatin1String(";base64")) ? QByteArray::fromBase64(payload)
+                                                                             : QByteArray::fromPercentEncoding(payload);
         }
         QSvgRenderer* r = Renderer(imageUrl, svg, false);
         if (r)

@@ -70,8 +70,9 @@ Q_DECLARE_METATYPE(std::shared_ptr<CLxRichTextSnippetBase>)
 
 class LXUIKIT_EXPORT CLxRichText : public QFrame {
     Q_OBJECT
-    Q_PROPERTY(QString text READ text WRITE setText)
-    Q_PROPERTY(QString textWithEmotionID READ textWithEmotionID)
+    // For property readers (inspectors, automation); nothing binds to them, so no change signal.
+    Q_PROPERTY(QString text READ text WRITE setText)              // clazy:exclude=qproperty-without-notify
+    Q_PROPERTY(QString textWithEmotionID READ textWithEmotionID)  // clazy:exclude=qproperty-without-notify
 public:
     // The emoticon object type of the document (emoticon images are drawn by their handler).
     static constexpr int kEmotionObjectType = 0x1000 + 4;  // QTextFormat::UserObject + 4

@@ -106,8 +106,14 @@ struct RecentTag {
     PreparedFormat prepared;
 };
 constexpr int kRecentTags = 4;
-RecentTag s_recent[kRecentTags];
-int s_i32NextRecent = 0;
+struct RecentTags {
+    RecentTag items[kRecentTags];
+    int i32Next = 0;
+};
+RecentTags& Recent() {
+    static RecentTags s_recent;  // made on first use, not when the library loads
+    return s_recent;
+}
 
 // Shown text holds complete entities and "<br>" only; anything else is left to the HTML reader.
 bool IsPlainShownText(const QString& shown) {
@@ -155,15 +161,16 @@ bool ReadTextPiece(const QString& html, const QString& shown, CLxRichTextDocumen
     piece.bPicture = false;
     piece.strText = shown;
     const PreparedFormat* pPrepared = nullptr;
-    for (const RecentTag& recent : s_recent)
+    RecentTags& recentTags = Recent();
+    for (const RecentTag& recent : recentTags.items)
         if (recent.strTail == tail && recent.strClose == close) {
             pPrepared = &recent.prepared;
             break;
         }
     if (!pPrepared) {
         const QString key = (hrefEnd < 0 ? QString() : QStringLiteral("<a href")) + tail.toString() + close;
-        RecentTag& slot = s_recent[s_i32NextRecent];
-        s_i32NextRecent = (s_i32NextRecent + 1) % kRecentTags;
+        RecentTag& slot = recentTags.items[recentTags.i32Next];
+        recentTags.i32Next = (recentTags.i32Next + 1) % kRecentTags;
         slot.strTail = tail.toString();
         slot.strClose = close;
         slot.prepared = Prepared(key, opening.toString() + QLatin1String("x \t x") + close, false);
@@ -262,10 +269,7 @@ void CLxRichTextDocumentBuilder::Fill(QTextDocument* pDoc, const std::vector<Pie
         // and none is kept at the start of the document, after a line break or after another.
         auto put = [&](QChar c) {
             const bool bSpace = c.isSpace() && c != QChar::Nbsp && c != QChar::ParagraphSeparator;
-            if (piece.bKeepSpace) {
-                space = Space::Keep;  // pre-wrap text after a line break keeps its blanks too
-                text += c;
-            } else if (!bSpace) {
+            if (piece.bKeepSpace || !bSpace) {  // pre-wrap text after a line break keeps its blanks too
                 space = Space::Keep;
                 text += c;
             } else if (space != Space::Drop) {
@@ -282,7 +286,8 @@ void CLxRichTextDocumentBuilder::Fill(QTextDocument* pDoc, const std::vector<Pie
                 space = Space::Drop;
             } else if (c == QLatin1Char('&')) {
                 const int end = shown.indexOf(QLatin1Char(';'), i);
-                for (QChar d : DecodeEntity(shown.mid(i, end + 1 - i)))
+                const QString decoded = DecodeEntity(shown.mid(i, end + 1 - i));
+                for (QChar d : decoded)
                     put(d);
                 i = end;
             } else {

@@ -86,7 +86,11 @@ void DrawListMarker(QPainter* p, const QTextDocument* doc, const QTextBlock& blo
         break;
     case QTextListFormat::ListSquare:
     case QTextListFormat::ListCircle:
-    case QTextListFormat::ListDisc: size = QSizeF(qFloor(fm.lineSpacing()) / 3, qFloor(fm.lineSpacing()) / 3); break;
+    case QTextListFormat::ListDisc: {
+        const int side = qFloor(fm.lineSpacing()) / 3;  // whole pixels, as Qt's own layout sizes it
+        size = QSizeF(side, side);
+        break;
+    }
     default: return;
     }
     QRectF r(pos, size);

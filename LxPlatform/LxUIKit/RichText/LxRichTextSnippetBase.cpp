@@ -4,6 +4,7 @@
 #include <LxStdUI/ResProvider.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature hosts' snippets override
 void CLxRichTextSnippetBase::CreatHtml(unsigned int, std::shared_ptr<LxRichTextConfig>) { m_strHtml.clear(); }
 
 ILxRichTextData* CLxRichTextSnippetBase::GetData() { return dynamic_cast<ILxRichTextData*>(this); }
@@ -46,8 +47,14 @@ struct RecentStyle {
     QString strStyle;
 };
 constexpr int kRecentStyles = 8;
-RecentStyle s_recentStyles[kRecentStyles];
-int s_i32NextStyle = 0;
+struct RecentStyles {
+    RecentStyle items[kRecentStyles];
+    int i32Next = 0;
+};
+RecentStyles& Recent() {
+    static RecentStyles s_recent;  // made on first use, not when the library loads
+    return s_recent;
+}
 
 }  // namespace
 
@@ -62,12 +69,13 @@ QString CLxRichTextSnippetBase::FormatStyleHtml(bool bBold, bool bUnderline, con
             spColor = std::make_shared<const lx_ui_res::ColorString>();
         color = spColor->str();
     }
-    for (const RecentStyle& recent : s_recentStyles)
+    RecentStyles& recentStyles = Recent();
+    for (const RecentStyle& recent : recentStyles.items)
         if (!recent.strStyle.isNull() && recent.bBold == bBold && recent.bUnderline == bUnderline &&
             recent.bHasColor == bHasColor && recent.strColor == color && recent.strFontToken == strFontToken)
             return recent.strStyle;
-    RecentStyle& slot = s_recentStyles[s_i32NextStyle];
-    s_i32NextStyle = (s_i32NextStyle + 1) % kRecentStyles;
+    RecentStyle& slot = recentStyles.items[recentStyles.i32Next];
+    recentStyles.i32Next = (recentStyles.i32Next + 1) % kRecentStyles;
     slot = RecentStyle{bBold, bUnderline,   bHasColor,
                        color, strFontToken, BuildStyleHtml(bBold, bUnderline, color, bHasColor, strFontToken)};
     return slot.strStyle;

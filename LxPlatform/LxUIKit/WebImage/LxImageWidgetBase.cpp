@@ -254,7 +254,7 @@ void CLxImageWidgetBase::Copy() {
 }
 
 QString CLxImageWidgetBase::SaveImageByteToClipboardTempFile(const QByteArray& bytes) {
-    const QString path = QDir::tempPath() + QStringLiteral("/%1.png").arg(core::time_date::GetSvrTimeMillis());
+    QString path = QDir::tempPath() + QStringLiteral("/%1.png").arg(core::time_date::GetSvrTimeMillis());
     if (!core::fs::WriteFile(path, bytes)) {
         LXUIKIT_LOG_WARN("cannot write the clipboard copy {}", path);
         return QString();

@@ -92,8 +92,8 @@ public:
             const QString id = elements[i].strUseTarget;
             if (id.isEmpty() || !ids.contains(id))
                 continue;
-            auto it = idNodes.constFind(id);
-            if (it == idNodes.constEnd()) {
+            auto it = idNodes.find(id);
+            if (it == idNodes.end()) {
                 it = idNodes.insert(id, int(elements.size()));
                 Element group;
                 group.bIdGroup = true;
@@ -238,7 +238,8 @@ CLxSvgDocumentGuard::Verdict CLxSvgDocumentGuard::Check(const QByteArray& bytes,
                 elements[size_t(e.i32Parent)].vecChildren.push_back(index);
             const bool bUse = xml.name() == QLatin1String("use");
             const bool bLink = xml.name() == QLatin1String("a");  // a link is followed by nobody
-            for (const QXmlStreamAttribute& attr : xml.attributes()) {
+            const QXmlStreamAttributes attributes = xml.attributes();
+            for (const QXmlStreamAttribute& attr : attributes) {
                 if (attr.name() == QLatin1String("id")) {
                     ids.insert(attr.value().toString(), index);
                 } else if (IsHrefName(attr.name())) {

@@ -32,8 +32,8 @@
 
 class CLxSvgDocumentGuard {
 public:
-    static constexpr qint64 kMaxFileBytes = 2 * 1024 * 1024;
-    static constexpr qint64 kMaxDocumentBytes = 4 * 1024 * 1024;
+    static constexpr qint64 kMaxFileBytes = 2LL * 1024 * 1024;
+    static constexpr qint64 kMaxDocumentBytes = 4LL * 1024 * 1024;
     static constexpr int kMaxElements = 20000;
     static constexpr int kMaxDepth = 64;
     static constexpr qint64 kMaxRenderedElements = 100000;

@@ -43,7 +43,7 @@ public:
     static constexpr qint64 kMaxPixels = 64LL * 1024 * 1024;
     static constexpr qint64 kMaxDecodeBytes = kMaxPixels * 4;  // one 32-bit frame: 256 MiB
     static constexpr qint64 kMaxFileBytes = 64LL * 1024 * 1024;
-    static constexpr qint64 kMaxPngTextChunkBytes = 256 * 1024;
+    static constexpr qint64 kMaxPngTextChunkBytes = 256LL * 1024;
     // Animated pictures compose every frame on a canvas of their full size, again and again while
     // they play: their canvas is held to 8 Mi pixels (32 MiB a frame).
     static constexpr qint64 kMaxAnimatedPixels = 8LL * 1024 * 1024;

@@ -37,6 +37,7 @@
 
 #include <vector>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the namespace the host's code calls
 namespace _zip {
 
 LXUIKIT_EXPORT bool ExtractDir(const QString& zipPath, const QString& destDir);

@@ -26,7 +26,7 @@ namespace _zip {
 namespace {
 
 // Bytes read from an entry at a time; the memory an extraction needs beyond the entry list.
-constexpr zip_uint64_t kChunkBytes = 256 * 1024;
+constexpr zip_uint64_t kChunkBytes = zip_uint64_t(256) * 1024;
 // "Directory" bit of the attributes archivers on MS-DOS and Windows hosts record.
 constexpr zip_uint32_t kDosDirectoryAttribute = 0x10;
 // Permissions a restored file always gets, so that it can be replaced or removed later.
@@ -55,7 +55,7 @@ QString SafeRelativePath(const QString& entry) {
         return QString();
     if (name.size() >= 2 && name.at(1) == QLatin1Char(':'))  // "C:..." drive paths
         return QString();
-    const QString clean = QDir::cleanPath(name);
+    QString clean = QDir::cleanPath(name);
     if (clean == QLatin1String("..") || clean.startsWith(QLatin1String("../")) || clean == QLatin1String("."))
         return QString();
     return clean;
@@ -317,7 +317,7 @@ bool ExtractDir(const QString& zipPath, const QString& destDir) {
     const QString root = QFileInfo(destDir).canonicalFilePath();
     QVector<QPair<QString, time_t>> folderTimes;
     QByteArray buffer(int(kChunkBytes), Qt::Uninitialized);
-    for (const PlannedEntry& e : entries) {
+    for (const PlannedEntry& e : qAsConst(entries)) {
         const QString target = root + QLatin1Char('/') + e.strRelPath;
         const QString dir = e.bFolder ? target : QFileInfo(target).absolutePath();
         if (!QDir().mkpath(dir)) {

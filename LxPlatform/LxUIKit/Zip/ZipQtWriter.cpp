@@ -128,7 +128,7 @@ bool PatchEntries(const QString& zipPath, const EntryMetas& metas) {
     if (!f.open(QIODevice::ReadWrite) || !ReadCentralDirectory(f, entries))
         return false;
     bool ok = true;
-    for (const CentralEntry& e : entries) {
+    for (const CentralEntry& e : qAsConst(entries)) {
         auto it = metas.constFind(e.strName);
         if (it == metas.constEnd())
             continue;
@@ -209,6 +209,7 @@ private:
 
 namespace compress {
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature the host's code calls
 bool CompressDir(QSharedPointer<QZipWriter> writer, const QString& dirPath, const QString& parentEntry,
                  const QString& stripPrefix) {
     if (!writer)
@@ -217,6 +218,7 @@ bool CompressDir(QSharedPointer<QZipWriter> writer, const QString& dirPath, cons
     return detail::PackFolder(sink, dirPath, parentEntry, stripPrefix);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature the host's code calls
 bool CompressFile(QSharedPointer<QZipWriter> writer, const QString& filePath, const QString& parentEntry,
                   const QString& stripPrefix) {
     if (!writer)

@@ -10,6 +10,7 @@
 
 class QZipWriter;
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the namespace the host's code calls
 namespace _zip {
 namespace compress {
 

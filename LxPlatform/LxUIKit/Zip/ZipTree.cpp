@@ -104,7 +104,7 @@ bool PackFolder(IPackSink& sink, const QString& dirPath, const QString& parentEn
         case ItemKind::Missing: break;
         }
     }
-    for (const QString& file : files)
+    for (const QString& file : qAsConst(files))
         ok = PackFile(sink, file, childParent, prefix) && ok;
     return ok;
 }

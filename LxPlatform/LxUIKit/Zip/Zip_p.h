@@ -7,6 +7,7 @@
 
 #include <vector>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the namespace the host's code calls
 namespace _zip {
 namespace detail {
 
