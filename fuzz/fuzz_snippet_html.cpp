@@ -9,6 +9,7 @@
 // both the kit's layout and Qt's lay the result out.
 
 #include "FuzzApp.h"
+#include "TextDocumentRuns.h"
 
 #include <LxUIKit/RichText/LxRichText.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>
@@ -163,26 +164,6 @@ void Check(CLxRichText& w, const CLxRichText::SnippetList& snippets) {
         Fail("pictures:", QStringLiteral("%1 of %2").arg(objects).arg(pictures));
 }
 
-// The document as runs of text with one format each (object indices aside).
-QStringList Runs(QTextDocument* doc) {
-    QStringList out;
-    QString last;
-    for (QTextBlock b = doc->begin(); b.isValid(); b = b.next())
-        for (auto it = b.begin(); !it.atEnd(); ++it) {
-            QMap<int, QVariant> props = it.fragment().charFormat().properties();
-            props.remove(QTextFormat::ObjectIndex);
-            QString format;
-            QDebug(&format) << props;
-            if (format == last && !out.isEmpty()) {
-                out.last() += it.fragment().text();
-            } else {
-                out << format + QLatin1Char('|') + it.fragment().text();
-                last = format;
-            }
-        }
-    return out;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -223,9 +204,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Check(*s_pWidget, snippets);
     static CLxRichText* s_pReader = new CLxRichText;
     s_pReader->setText(s_pWidget->text());
-    if (Runs(s_pWidget->document()) != Runs(s_pReader->document()))
+    if (lxtest::FormatRuns(s_pWidget->document()) != lxtest::FormatRuns(s_pReader->document()))
         Fail("the filled document differs from the HTML reader's:",
-             Runs(s_pWidget->document()).join(QLatin1Char('\n')));
+             lxtest::FormatRuns(s_pWidget->document()).join(QLatin1Char('\n')));
     // Lay it out both ways and ask what the widget answers.
     (void)s_pWidget->GetLineCount();
     (void)s_pWidget->heightForWidth(120);

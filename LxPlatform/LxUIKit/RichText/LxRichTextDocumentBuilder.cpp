@@ -1,5 +1,6 @@
 #include <LxUIKit/RichText/LxRichTextDocumentBuilder_p.h>
 
+#include <LxUIKit/RichText/LxRecentRing_p.h>
 #include <LxUIKit/RichText/LxRichTextSnippetEmoticon.h>
 
 #include <QHash>
@@ -105,13 +106,8 @@ struct RecentTag {
     QString strClose;
     PreparedFormat prepared;
 };
-constexpr int kRecentTags = 4;
-struct RecentTags {
-    RecentTag items[kRecentTags];
-    int i32Next = 0;
-};
-RecentTags& Recent() {
-    static RecentTags s_recent;  // made on first use, not when the library loads
+CLxRecentRing<RecentTag, 4>& Recent() {
+    static CLxRecentRing<RecentTag, 4> s_recent;  // made on first use, not when the library loads
     return s_recent;
 }
 
@@ -161,16 +157,13 @@ bool ReadTextPiece(const QString& html, const QString& shown, CLxRichTextDocumen
     piece.bPicture = false;
     piece.strText = shown;
     const PreparedFormat* pPrepared = nullptr;
-    RecentTags& recentTags = Recent();
-    for (const RecentTag& recent : recentTags.items)
-        if (recent.strTail == tail && recent.strClose == close) {
-            pPrepared = &recent.prepared;
-            break;
-        }
+    CLxRecentRing<RecentTag, 4>& recentTags = Recent();
+    if (const RecentTag* pRecent =
+            recentTags.Find([&](const RecentTag& r) { return r.strTail == tail && r.strClose == close; }))
+        pPrepared = &pRecent->prepared;
     if (!pPrepared) {
         const QString key = (hrefEnd < 0 ? QString() : QStringLiteral("<a href")) + tail.toString() + close;
-        RecentTag& slot = recentTags.items[recentTags.i32Next];
-        recentTags.i32Next = (recentTags.i32Next + 1) % kRecentTags;
+        RecentTag& slot = recentTags.Next();
         slot.strTail = tail.toString();
         slot.strClose = close;
         slot.prepared = Prepared(key, opening.toString() + QLatin1String("x \t x") + close, false);

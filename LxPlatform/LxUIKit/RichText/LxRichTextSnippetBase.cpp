@@ -3,6 +3,7 @@
 #include <LxStdUI/FontToken.h>
 #include <LxStdUI/ResProvider.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
+#include <LxUIKit/RichText/LxRecentRing_p.h>
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature hosts' snippets override
 void CLxRichTextSnippetBase::CreatHtml(unsigned int, std::shared_ptr<LxRichTextConfig>) { m_strHtml.clear(); }
@@ -46,13 +47,8 @@ struct RecentStyle {
     QString strFontToken;
     QString strStyle;
 };
-constexpr int kRecentStyles = 8;
-struct RecentStyles {
-    RecentStyle items[kRecentStyles];
-    int i32Next = 0;
-};
-RecentStyles& Recent() {
-    static RecentStyles s_recent;  // made on first use, not when the library loads
+CLxRecentRing<RecentStyle, 8>& Recent() {
+    static CLxRecentRing<RecentStyle, 8> s_recent;  // made on first use, not when the library loads
     return s_recent;
 }
 
@@ -69,13 +65,13 @@ QString CLxRichTextSnippetBase::FormatStyleHtml(bool bBold, bool bUnderline, con
             spColor = std::make_shared<const lx_ui_res::ColorString>();
         color = spColor->str();
     }
-    RecentStyles& recentStyles = Recent();
-    for (const RecentStyle& recent : recentStyles.items)
-        if (!recent.strStyle.isNull() && recent.bBold == bBold && recent.bUnderline == bUnderline &&
-            recent.bHasColor == bHasColor && recent.strColor == color && recent.strFontToken == strFontToken)
-            return recent.strStyle;
-    RecentStyle& slot = recentStyles.items[recentStyles.i32Next];
-    recentStyles.i32Next = (recentStyles.i32Next + 1) % kRecentStyles;
+    CLxRecentRing<RecentStyle, 8>& recentStyles = Recent();
+    if (const RecentStyle* pRecent = recentStyles.Find([&](const RecentStyle& r) {
+            return !r.strStyle.isNull() && r.bBold == bBold && r.bUnderline == bUnderline && r.bHasColor == bHasColor &&
+                   r.strColor == color && r.strFontToken == strFontToken;
+        }))
+        return pRecent->strStyle;
+    RecentStyle& slot = recentStyles.Next();
     slot = RecentStyle{bBold, bUnderline,   bHasColor,
                        color, strFontToken, BuildStyleHtml(bBold, bUnderline, color, bHasColor, strFontToken)};
     return slot.strStyle;

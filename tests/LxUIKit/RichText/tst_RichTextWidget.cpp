@@ -2,6 +2,7 @@
 // changes, limits and the size answers.
 
 #include "RichTextTestUtil.h"
+#include "TextDocumentRuns.h"
 
 #include <QClipboard>
 #include <QGesture>
@@ -79,27 +80,6 @@ struct InsetLabelStyle : QProxyStyle {
     }
 };
 
-// The document as runs of text with one format each (object indices aside: each document numbers
-// its own objects).
-QStringList Dump(QTextDocument* doc) {
-    QStringList out;
-    QString last;
-    for (QTextBlock b = doc->begin(); b.isValid(); b = b.next())
-        for (auto it = b.begin(); !it.atEnd(); ++it) {
-            QMap<int, QVariant> props = it.fragment().charFormat().properties();
-            props.remove(QTextFormat::ObjectIndex);
-            QString format;
-            QDebug(&format) << props;
-            if (format == last && !out.isEmpty()) {
-                out.last() += it.fragment().text();
-            } else {
-                out << format + QLatin1Char('|') + it.fragment().text();
-                last = format;
-            }
-        }
-    return out;
-}
-
 // Text that tests the HTML reader's rules: blanks of all kinds, line breaks, markup characters.
 QString RandomText(QRandomGenerator& rng) {
     static const QString kParts[] = {
@@ -147,7 +127,7 @@ private slots:
             fast.GetConfig()->bUnderline = round % 5 == 2;
             fast.SetRichTextData(list);
             read.setText(fast.text());
-            const QStringList got = Dump(fast.document()), want = Dump(read.document());
+            const QStringList got = lxtest::FormatRuns(fast.document()), want = lxtest::FormatRuns(read.document());
             for (int i = 0; i < qMax(got.size(), want.size()); ++i)
                 QVERIFY2(got.value(i) == want.value(i),
                          qPrintable(fast.text() + "\nfilled: " + got.value(i).section('|', 1) +
