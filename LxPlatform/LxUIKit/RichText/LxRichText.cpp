@@ -347,39 +347,23 @@ void CLxRichText::FlushThemeChange() {
 
 void CLxRichText::SetMaxLine(int i32MaxLine) {
     m_pPrivate->i32MaxLine = i32MaxLine;
-    // Documents made later take the limits when they are made.
-    if (m_pPrivate->pDoc) {
-        LXUIKIT_ASSERT_RETURN(m_pPrivate->pLayout);
-        m_pPrivate->pLayout->SetMaxLineCount(i32MaxLine);
-        m_pPrivate->pLayout->Relayout();
-    }
-    if (m_pPrivate->pMeasureLayout) {
-        m_pPrivate->pMeasureLayout->SetMaxLineCount(i32MaxLine);
-        m_pPrivate->pMeasureLayout->Relayout();
-    }
-    ContentChanged();
+    ReapplyLimits();
 }
 
 void CLxRichText::SetEllipsisShown(bool bShown) {
     m_pPrivate->bShowEllipsis = bShown;
-    if (m_pPrivate->pDoc) {
-        LXUIKIT_ASSERT_RETURN(m_pPrivate->pLayout);
-        m_pPrivate->pLayout->SetShowEllipsis(bShown);
-        m_pPrivate->pLayout->Relayout();
-    }
-    if (m_pPrivate->pMeasureLayout) {
-        m_pPrivate->pMeasureLayout->SetShowEllipsis(bShown);
-        m_pPrivate->pMeasureLayout->Relayout();
-    }
-    ContentChanged();
+    ReapplyLimits();
 }
 
 void CLxRichText::SetTextMaxHeight(unsigned int u32MaxHeight) {
     m_pPrivate->u32TextMaxHeight = u32MaxHeight;
-    if (m_pPrivate->pDoc) {
-        LXUIKIT_ASSERT_RETURN(m_pPrivate->pLayout);
-        ApplyLimits(m_pPrivate->pLayout);
-    }
+    ReapplyLimits();
+}
+
+void CLxRichText::ReapplyLimits() {
+    if (m_pPrivate->pDoc && !LXUIKIT_ASSERT_TEXT(m_pPrivate->pLayout, "m_pLayout"))
+        return;
+    ApplyLimits(m_pPrivate->pLayout);
     ApplyLimits(m_pPrivate->pMeasureLayout);
     ContentChanged();
 }

@@ -194,6 +194,9 @@ private:
     void SetEmotionObjectType(QTextDocument* pDoc);
     void AdjustWrapMode();
     void ApplyLimits(CLxRichTextLayout* pLayout);
+    // Applies the stored limits to the documents that exist (documents made later take them when
+    // they are made) and announces the change.
+    void ReapplyLimits();
     void ContentChanged();
     void InvalidateSizes();
     void FlushThemeChange();
