@@ -221,24 +221,44 @@ void CLxRichText::SetHtmlInto(QTextDocument* pDoc, const QString& strHtml, bool 
     SetEmotionObjectType(pDoc);
 }
 
-QString CLxRichText::GetFormatHtml() {
+QString CLxRichText::GetFormatHtml() { return BuildSnippetHtml() ? JoinSnippetHtml() : QString(); }
+
+bool CLxRichText::BuildSnippetHtml() {
     if (m_pPrivate->vecSnippets.empty() || !m_pPrivate->spConfig)
-        return QString();
-    QString html;
+        return false;
     for (size_t i = 0; i < m_pPrivate->vecSnippets.size(); ++i) {
-        const auto& snippet = m_pPrivate->vecSnippets[i];
-        if (!snippet)
-            continue;
-        snippet->CreatHtml(unsigned(i), m_pPrivate->spConfig);
-        html += snippet->GetHtml();
+        if (const auto& snippet = m_pPrivate->vecSnippets[i])
+            snippet->CreatHtml(unsigned(i), m_pPrivate->spConfig);
+    }
+    return true;
+}
+
+QString CLxRichText::JoinSnippetHtml() const {
+    QString html;
+    for (const auto& snippet : m_pPrivate->vecSnippets) {
+        if (snippet)
+            html += snippet->GetHtml();
     }
     return html;
+}
+
+// The snippets' markup is built (the pieces are read from it), but joined into one HTML text only
+// when text() asks: a document filled from pieces never needs it.
+void CLxRichText::SetContentFromSnippets() {
+    CLxRichTextPrivate* d = m_pPrivate.get();
+    const bool bBuilt = BuildSnippetHtml();
+    if (bBuilt && CLxRichTextDocumentBuilder::Prepare(d->vecSnippets, d->vecPieces)) {
+        ApplyContent(QString(), true, true);
+        d->bTextStale = true;
+    } else {
+        ApplyContent(bBuilt ? JoinSnippetHtml() : QString(), true, false);
+    }
 }
 
 void CLxRichText::SetRichTextData(const SnippetList& vecSnippets) {
     m_pPrivate->vecSnippets = vecSnippets;
     m_pPrivate->pLastHovered = nullptr;
-    SetContent(GetFormatHtml(), true);
+    SetContentFromSnippets();
 }
 
 void CLxRichText::SetConfig(std::shared_ptr<LxRichTextConfig> spConfig) {
@@ -249,26 +269,32 @@ void CLxRichText::SetConfig(std::shared_ptr<LxRichTextConfig> spConfig) {
         if (m_pPrivate->pMeasureLayout)
             m_pPrivate->pMeasureLayout->SetEllipsisTextColor(m_pPrivate->spConfig->strTextColor);
     }
-    SetContent(GetFormatHtml(), true);
+    SetContentFromSnippets();
 }
 
 void CLxRichText::ResetHtml() {
     m_pPrivate->bThemeDirty = false;
-    SetContent(GetFormatHtml(), true);
+    SetContentFromSnippets();
 }
 
 QString CLxRichText::text() const {
     const_cast<CLxRichText*>(this)->FlushThemeChange();
-    return m_pPrivate->strText;
+    CLxRichTextPrivate* d = m_pPrivate.get();
+    if (d->bTextStale) {
+        d->strText = JoinSnippetHtml();
+        d->bTextStale = false;
+    }
+    return d->strText;
 }
 
-void CLxRichText::setText(const QString& strHtml) { SetContent(strHtml, false); }
+void CLxRichText::setText(const QString& strHtml) { ApplyContent(strHtml, false, false); }
 
-void CLxRichText::SetContent(const QString& strHtml, bool bFromSnippets) {
+void CLxRichText::ApplyContent(const QString& strHtml, bool bFromSnippets, bool bPiecesValid) {
     CLxRichTextPrivate* d = m_pPrivate.get();
     d->strText = strHtml;
+    d->bTextStale = false;
     d->bHtmlFromSnippets = bFromSnippets;
-    d->bPiecesValid = bFromSnippets && CLxRichTextDocumentBuilder::Prepare(d->vecSnippets, d->vecPieces);
+    d->bPiecesValid = bPiecesValid;
     if (!d->bPiecesValid)
         d->vecPieces.clear();
     // Setting the control's cursor makes it lay the document out for the caret: only when needed.
@@ -277,10 +303,10 @@ void CLxRichText::SetContent(const QString& strHtml, bool bFromSnippets) {
         c.clearSelection();
         d->pControl->setTextCursor(c);
     }
+    // The shown document is filled now only when it exists; otherwise whoever first needs it
+    // (measuring, painting, a click) makes and fills it.
     if (d->pDoc)
         SetHtmlInto(d->pDoc, strHtml, bFromSnippets);
-    else
-        EnsureDocument();  // fills it
     d->bMeasureDocDirty = true;
     ContentChanged();
 }

@@ -189,7 +189,10 @@ private:
     CLxRichTextControl* EnsureTextControl();
     bool InitDocumentForCalculateSize();
     void SetupDocument(QTextDocument* pDoc, CLxRichTextLayout* pLayout);
-    void SetContent(const QString& strHtml, bool bFromSnippets);
+    void ApplyContent(const QString& strHtml, bool bFromSnippets, bool bPiecesValid);
+    void SetContentFromSnippets();
+    bool BuildSnippetHtml();  // false when there is nothing to build (no snippets or no configuration)
+    QString JoinSnippetHtml() const;
     void SetHtmlInto(QTextDocument* pDoc, const QString& strHtml, bool bFromSnippets);
     void SetEmotionObjectType(QTextDocument* pDoc);
     void AdjustWrapMode();

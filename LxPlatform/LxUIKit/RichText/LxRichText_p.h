@@ -26,6 +26,7 @@ public:
     bool bShowEllipsis = true;
     unsigned int u32TextMaxHeight = 0;
     QString strText;                // the shown HTML
+    bool bTextStale = false;        // strText is still to be joined from the snippets' markup
     bool bHtmlFromSnippets = true;  // false while HTML given through setText is shown
     // strText as pieces with prepared formats (when it came from snippets of known shapes), so a
     // document is filled without reading HTML.
