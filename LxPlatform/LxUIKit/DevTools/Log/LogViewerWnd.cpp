@@ -62,6 +62,9 @@ QMutex g_pendingMutex;
 QVector<CLogViewerWnd::ItemData> g_vecPending;  // guarded by g_pendingMutex
 qint64 g_i64PendingSkipped = 0;                 // records dropped from the queue's front (guarded)
 std::atomic<int> g_i32PendingCount{0};
+// The GUI thread's side of the queue: swapped with the queue on each drain and cleared afterwards,
+// so both keep their capacity and a flood never reallocates them.
+QVector<CLogViewerWnd::ItemData> s_vecDrainBuffer;
 
 // GUI-thread statics: a line being added (re-entrancy guard) and a scroll task in flight.
 bool s_bAdding = false;
@@ -100,7 +103,7 @@ QString FileNameOf(const std::string& path) {
     return QString::fromStdString(slash == std::string::npos ? path : path.substr(slash + 1));
 }
 
-QString LocationOf(const FrameWork::LogContext& ctx) {
+QString BuildLocation(const FrameWork::LogContext& ctx) {
     QString location;
     location.reserve(int(ctx.strModule.size() + ctx.strFile.size() + ctx.strFunction.size()) + 16);
     location += QString::fromStdString(ctx.strModule);
@@ -112,6 +115,31 @@ QString LocationOf(const FrameWork::LogContext& ctx) {
     if (ctx.i32Line != -1)
         location += QString::number(ctx.i32Line);
     return location;
+}
+
+// A flood comes from a few call sites: each thread keeps the locations it made last, so a repeated
+// call site costs a few string comparisons instead of four conversions and a concatenation.
+QString LocationOf(const FrameWork::LogContext& ctx) {
+    struct Entry {
+        std::string strModule, strFile, strFunction;
+        int i32Line = 0;
+        QString strLocation;
+    };
+    constexpr int kEntries = 8;
+    thread_local Entry t_cache[kEntries];
+    thread_local int t_i32Next = 0;
+    for (const Entry& e : t_cache)
+        if (e.i32Line == ctx.i32Line && !e.strLocation.isEmpty() && e.strFile == ctx.strFile &&
+            e.strModule == ctx.strModule && e.strFunction == ctx.strFunction)
+            return e.strLocation;
+    Entry& e = t_cache[t_i32Next];
+    t_i32Next = (t_i32Next + 1) % kEntries;
+    e.strModule = ctx.strModule;
+    e.strFile = ctx.strFile;
+    e.strFunction = ctx.strFunction;
+    e.i32Line = ctx.i32Line;
+    e.strLocation = BuildLocation(ctx);
+    return e.strLocation;
 }
 
 core::CIniWrapper CommonSettings() { return core::CIniWrapper(core::product_path::GetSettingsFile()); }
@@ -540,6 +568,8 @@ void CLogViewerWnd::addMessage(const FrameWork::LogContext& context) {
         return;
     }
     QMutexLocker lock(&g_pendingMutex);
+    if (g_vecPending.capacity() == 0)
+        g_vecPending.reserve(2 * (SAVE_INFO_SIZE + kDropBlock + 1));
     g_vecPending.append(std::move(item));
     // Lines with a store's worth of newer lines behind them can never be kept: drop them here,
     // in large steps, so a flood between two drains cannot grow the queue without bound.
@@ -555,7 +585,8 @@ void CLogViewerWnd::addMessage(const FrameWork::LogContext& context) {
 void CLogViewerWnd::FlashPendingMessage() {
     if (s_bAdding || g_i32PendingCount.load(std::memory_order_relaxed) == 0)
         return;
-    QVector<ItemData> batch;
+    QVector<ItemData>& batch = s_vecDrainBuffer;
+    batch.clear();
     qint64 skipped = 0;
     {
         QMutexLocker lock(&g_pendingMutex);
@@ -579,6 +610,7 @@ void CLogViewerWnd::FlashPendingMessage() {
     const QDateTime now = QDateTime::currentDateTime();
     for (int i = batch.size() - fromBatch; i < batch.size(); ++i)
         AddLine(std::move(batch[i]), now, true);
+    batch.clear();
     s_bAdding = false;
     if (d->pModel && isVisible())
         d->pModel->Update(0);
@@ -615,7 +647,7 @@ void CLogViewerWnd::AddLine(ItemData&& item, const QDateTime& now, bool bBulk) {
     d->vecStore.append(std::move(item));
     ItemData& added = d->vecStore.last();
     if (isVisible() && d->pList && (added.eType & d->i32FilterMask) &&
-        (FilterText().isEmpty() || IsTextMatchFilter(added))) {
+        (d->strFilterText.isEmpty() || IsTextMatchFilter(added))) {
         added.bShown = true;
         d->pModel->OnLineShown();
         if (!bBulk)
@@ -652,6 +684,8 @@ bool CLogViewerWnd::IsTextMatchFilter(const ItemData& item) {
 }
 
 void CLogViewerWnd::UpdateAllFilterFlags() {
+    if (d->m_filterComboBox)
+        d->strFilterText = d->m_filterComboBox->currentText();
     int mask = 0;
     for (const auto& tb : d->vecTypeChecks)
         if (tb.second && tb.second->isChecked())
@@ -779,7 +813,8 @@ bool CLogViewerWnd::ReadConfigFromCache() {
     UpdateSelectAllCheckBoxState();
     if (d->m_filterComboBox) {
         const QSignalBlocker block(d->m_filterComboBox.data());
-        d->m_filterComboBox->setEditText(ini.GetString(kSection, QStringLiteral("StdOutFilterString")));
+        d->strFilterText = ini.GetString(kSection, QStringLiteral("StdOutFilterString"));
+        d->m_filterComboBox->setEditText(d->strFilterText);
     }
 
     const QStringList geometry = ini.GetString(kSection, QStringLiteral("Geometry")).split(QLatin1Char('-'));
@@ -903,8 +938,6 @@ void CLogViewerWnd::closeEvent(QCloseEvent* e) {
 
 const QVector<CLogViewerWnd::ItemData>& CLogViewerWnd::Lines() const { return d->vecStore; }
 int CLogViewerWnd::FilterMask() const { return d->i32FilterMask; }
-QString CLogViewerWnd::FilterText() const {
-    return d->m_filterComboBox ? d->m_filterComboBox->currentText() : QString();
-}
+QString CLogViewerWnd::FilterText() const { return d->strFilterText; }
 QString CLogViewerWnd::StatusText() const { return d->pStatus ? d->pStatus->text() : QString(); }
 QString CLogViewerWnd::DetailText() const { return d->pDetail ? d->pDetail->toPlainText() : QString(); }

@@ -126,3 +126,6 @@ private:
 
     std::unique_ptr<CLogViewerWndPrivate> d;
 };
+
+// Lines are moved in blocks when the store drops its oldest ones: plain memory moves suffice.
+Q_DECLARE_TYPEINFO(CLogViewerWnd::ItemData, Q_MOVABLE_TYPE);

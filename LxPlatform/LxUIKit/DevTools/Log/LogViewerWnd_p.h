@@ -70,6 +70,7 @@ public:
     qint64 i64TextLength = 0;
     QRegExp regExp;
     QString strRegExpPattern;
+    QString strFilterText;  // the filter box's text, kept so each line need not ask the box
     bool bToolAvailable = false;
     bool bStatusDirty = false;
 
