@@ -55,6 +55,8 @@ private Q_SLOTS:
     void typeAndLocation();
     void threadsKeepTheirOrderUnderLoad();
     void mainThreadRecordDrainsTheQueueFirst();
+    void drainKeepsWhatOneByOneWould_data();
+    void drainKeepsWhatOneByOneWould();
     void filters_data();
     void filters();
     void typeMaskAndLazyRows();
@@ -91,15 +93,15 @@ void TestLogViewer::storeKeepsCapAndCutsLongTexts() {
         CLogViewerWnd second;
         QCOMPARE(rec.count(), 1);
     }
-    for (int i = 1; i <= 30001; ++i)
+    for (int i = 1; i <= 30000; ++i)
         m_pWnd->addMessageInMain(QString::number(i), QString(), LxLogType_Info);
-    QCOMPARE(m_pWnd->Lines().size(), 30001);
+    QCOMPARE(m_pWnd->Lines().size(), 30000);
     m_pWnd->addMessageInMain(QStringLiteral("next"), QString(), LxLogType_Info);
-    // The 30002nd line found more than the cap and dropped lines 1-1000 in one step.
-    QCOMPARE(m_pWnd->Lines().size(), 29002);
+    // The 30001st line dropped lines 1-1000 in one step.
+    QCOMPARE(m_pWnd->Lines().size(), 29001);
     QCOMPARE(m_pWnd->Lines().first().strMessage, QStringLiteral("1001"));
     QCOMPARE(m_pWnd->Lines().first().i32Seq, 1001);
-    QCOMPARE(m_pWnd->Lines().last().i32Seq, 30002);
+    QCOMPARE(m_pWnd->Lines().last().i32Seq, 30001);
 
     m_pWnd->onClearButtonClicked();
     const QString huge(20000, QLatin1Char('x'));
@@ -184,7 +186,7 @@ void TestLogViewer::threadsKeepTheirOrderUnderLoad() {
         w.join();
     m_pWnd->FlashPendingMessage();
     const auto& lines = m_pWnd->Lines();
-    QVERIFY(lines.size() <= CLogViewerWnd::SaveInfoSize() + 1);
+    QVERIFY(lines.size() <= CLogViewerWnd::SaveInfoSize());
     QVERIFY(lines.size() > CLogViewerWnd::SaveInfoSize() - 1000);
     int last[kThreads] = {-1, -1, -1, -1};
     for (int i = 0; i < lines.size(); ++i) {
@@ -210,6 +212,40 @@ void TestLogViewer::mainThreadRecordDrainsTheQueueFirst() {
     QCOMPARE(Messages(m_pWnd), (QStringList{QStringLiteral("worker first"), QStringLiteral("main second")}));
     std::thread([] { CLogViewerWnd::addMessage(Record(QStringLiteral("by the timer"))); }).join();
     QTRY_COMPARE_WITH_TIMEOUT(m_pWnd->Lines().size(), 3, 2000);
+}
+
+void TestLogViewer::drainKeepsWhatOneByOneWould_data() {
+    QTest::addColumn<int>("before");
+    QTest::addColumn<int>("queued");
+    QTest::newRow("small") << 0 << 10;
+    QTest::newRow("crossing the cap") << 29990 << 20;
+    QTest::newRow("full plus one") << 30000 << 1;
+    QTest::newRow("more than a store") << 100 << 45000;
+    QTest::newRow("queue trimmed while writing") << 29500 << 70000;
+}
+
+void TestLogViewer::drainKeepsWhatOneByOneWould() {
+    QFETCH(int, before);
+    QFETCH(int, queued);
+    for (int i = 0; i < before; ++i)
+        m_pWnd->addMessageInMain(QString::number(i), QString(), LxLogType_Info);
+    m_pWnd->show();
+    std::thread([queued, before] {
+        for (int i = 0; i < queued; ++i)
+            CLogViewerWnd::addMessage(Record(QString::number(before + i)));
+    }).join();
+    m_pWnd->FlashPendingMessage();
+    // Adding the same lines one by one: append, and past the cap drop the oldest 1000.
+    int size = 0;
+    for (int i = 0; i < before + queued; ++i)
+        if (++size > CLogViewerWnd::SaveInfoSize())
+            size -= 1000;
+    const int total = before + queued;
+    QCOMPARE(m_pWnd->Lines().size(), size);
+    QCOMPARE(devtools::log::detail::StoreSizeAfter(0, total, CLogViewerWnd::SaveInfoSize()), size);
+    QCOMPARE(m_pWnd->Lines().first().i32Seq, total - size + 1);
+    QCOMPARE(m_pWnd->Lines().first().strMessage, QString::number(total - size));
+    QCOMPARE(m_pWnd->Lines().last().i32Seq, total);
 }
 
 void TestLogViewer::filters_data() {

@@ -170,18 +170,15 @@ QString TypeColor(int type) {
 int StoreSizeAfter(int i32Lines, qint64 i64Appends, int i32Cap) {
     qint64 size = i32Lines;
     while (i64Appends > 0) {
-        if (size > i32Cap) {
-            size -= kDropBlock;
-            if (size < 0)
-                size = 0;
-            ++size;
-            --i64Appends;
+        const qint64 room = qint64(i32Cap) - size;  // appends before the next drop
+        if (room > 0) {
+            const qint64 step = qMin(room, i64Appends);
+            size += step;
+            i64Appends -= step;
             continue;
         }
-        const qint64 room = qint64(i32Cap) + 1 - size;  // appends before the next drop
-        const qint64 step = qMin(room, i64Appends);
-        size += step;
-        i64Appends -= step;
+        size = qMax<qint64>(0, size + 1 - kDropBlock);
+        --i64Appends;
     }
     return int(size);
 }
@@ -569,11 +566,11 @@ void CLogViewerWnd::addMessage(const FrameWork::LogContext& context) {
     }
     QMutexLocker lock(&g_pendingMutex);
     if (g_vecPending.capacity() == 0)
-        g_vecPending.reserve(2 * (SAVE_INFO_SIZE + kDropBlock + 1));
+        g_vecPending.reserve(2 * (SAVE_INFO_SIZE + kDropBlock));
     g_vecPending.append(std::move(item));
     // Lines with a store's worth of newer lines behind them can never be kept: drop them here,
     // in large steps, so a flood between two drains cannot grow the queue without bound.
-    const int keep = SAVE_INFO_SIZE + kDropBlock + 1;
+    const int keep = SAVE_INFO_SIZE + kDropBlock;
     if (g_vecPending.size() >= 2 * keep) {
         const int drop = g_vecPending.size() - keep;
         g_vecPending.erase(g_vecPending.begin(), g_vecPending.begin() + drop);
@@ -623,13 +620,14 @@ void CLogViewerWnd::addMessageInMain(const QString& message, const QString& loca
         return;
     LXUIKIT_ASSERT_MAIN_THREAD();
     s_bAdding = true;
-    if (d->vecStore.size() > SAVE_INFO_SIZE)
-        DropOldest(kDropBlock);
     ItemData item;
     item.strMessage = message;
     item.strLocation = location;
     item.eType = type;
     AddLine(std::move(item), QDateTime::currentDateTime(), false);
+    // The store never holds more than its cap: a line past it drops the oldest block.
+    if (d->vecStore.size() > SAVE_INFO_SIZE)
+        DropOldest(kDropBlock);
     s_bAdding = false;
     RefreshStatus();
     ScheduleAutoScroll();

@@ -7,8 +7,8 @@
 // Records are collected only while the window is visible. addMessage() may be called from any
 // thread: a worker's record is queued under a mutex and moved in on the GUI thread by the 500 ms
 // timer and before every GUI-thread record, so each thread's lines keep their order. The store
-// keeps at most SaveInfoSize() lines (30000 once the window is built) and drops the oldest in
-// blocks of 1000; a text longer than 10240 characters is cut and ends in "...".
+// keeps at most SaveInfoSize() lines (30000 once the window is built): the line past it drops the
+// oldest 1000 in one step; a text longer than 10240 characters is cut and ends in "...".
 //
 // Choices made here:
 // - When a queue drain brings more lines than the store can keep, the lines the store would drop
