@@ -159,12 +159,12 @@ private:
                                      "QGroupBox, QRadioButton { color: %2; }")
                           .arg(res->colorString(QStringLiteral("ct_bg_primary")),
                                res->colorString(QStringLiteral("ct_text_h1"))));
-        for (QLabel* swatch : m_vecSwatches)
+        for (QLabel* swatch : qAsConst(m_vecSwatches))
             if (swatch)
                 swatch->setStyleSheet(QStringLiteral("background: %1; border: 1px solid %2;")
                                           .arg(res->colorString(swatch->property("lx_token").toString()),
                                                res->colorString(QStringLiteral("ct_border"))));
-        for (QLabel* icon : m_vecIcons) {
+        for (QLabel* icon : qAsConst(m_vecIcons)) {
             if (!icon)
                 continue;
             QPixmap pix(icon->size());

@@ -155,10 +155,10 @@ void Init() {
 
 bool IsInitialized() { return g_bInitialized; }
 
-void AddCustomTab(QString title, core::CSafeFunction<QWidget*()> factory) {
+void AddCustomTab(const QString& title, core::CSafeFunction<QWidget*()> factory) {
     if (!IsAvailable())
         return;
-    CLogViewerWnd::Singleton()->AddUserTab(std::move(title), std::move(factory));
+    CLogViewerWnd::Singleton()->AddUserTab(title, std::move(factory));
 }
 
 namespace scheme {

@@ -31,7 +31,7 @@ LXUIKIT_EXPORT bool IsInitialized();
 
 // Adds a tab to the developer tools window. The factory makes a new parentless widget when the tab
 // is first opened; the window owns it. Ignored when the tools are not available.
-LXUIKIT_EXPORT void AddCustomTab(QString title, core::CSafeFunction<QWidget*()> factory);
+LXUIKIT_EXPORT void AddCustomTab(const QString& title, core::CSafeFunction<QWidget*()> factory);
 
 namespace scheme {
 // Registers the handler for scheme URLs no module takes: a localised "page failed to load" message

@@ -118,7 +118,7 @@ void CLogFilterDialog::loadData() {
     }
     QStringList words;
     ParseFilterWords(file.readAll(), &words);
-    for (const QString& w : words)
+    for (const QString& w : qAsConst(words))
         m_pModel->appendRow(new QStandardItem(w));
 }
 

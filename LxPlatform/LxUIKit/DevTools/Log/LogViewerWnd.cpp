@@ -57,20 +57,30 @@ CLogViewerWnd* s_pCLogViewerWnd = nullptr;
 // Whether records are collected at all: true while the window is visible.
 std::atomic<bool> g_stdOutUIIsVisible{false};
 
-// Records written by worker threads, waiting for the GUI thread.
-QMutex g_pendingMutex;
-QVector<CLogViewerWnd::ItemData> g_vecPending;  // guarded by g_pendingMutex
-qint64 g_i64PendingSkipped = 0;                 // records dropped from the queue's front (guarded)
+// Records written by worker threads, waiting for the GUI thread. Never destroyed: a thread may log
+// during the process's static teardown.
+struct PendingQueue {
+    QMutex mutex;
+    QVector<CLogViewerWnd::ItemData> vecPending;  // guarded by mutex
+    qint64 i64Skipped = 0;                        // records dropped from the queue's front (guarded)
+    // The GUI thread's side: swapped with the queue on each drain and cleared afterwards, so both
+    // keep their capacity and a flood never reallocates them.
+    QVector<CLogViewerWnd::ItemData> vecDrainBuffer;
+};
+PendingQueue& Queue() {
+    static auto* s_pQueue = new PendingQueue;
+    return *s_pQueue;
+}
 std::atomic<int> g_i32PendingCount{0};
-// The GUI thread's side of the queue: swapped with the queue on each drain and cleared afterwards,
-// so both keep their capacity and a flood never reallocates them.
-QVector<CLogViewerWnd::ItemData> s_vecDrainBuffer;
 
 // GUI-thread statics: a line being added (re-entrancy guard) and a scroll task in flight.
 bool s_bAdding = false;
 bool s_bScrollPending = false;
 
-QString g_strUiDemoFolderForTest;
+QString& UiDemoFolderForTest() {
+    static QString s_str;
+    return s_str;
+}
 
 struct TypeInfo {
     int bit;
@@ -186,8 +196,8 @@ int StoreSizeAfter(int i32Lines, qint64 i64Appends, int i32Cap) {
 QStringList UiDemoCandidates() {
     QStringList out;
     const QString name = QStringLiteral("libLxStdUiDemo.so");
-    if (!g_strUiDemoFolderForTest.isEmpty())
-        out << QDir(g_strUiDemoFolderForTest).filePath(name);
+    if (!UiDemoFolderForTest().isEmpty())
+        out << QDir(UiDemoFolderForTest()).filePath(name);
     const QString kit = KitLibraryFolder();
     if (!kit.isEmpty())
         out << QDir(kit).filePath(name);
@@ -197,7 +207,7 @@ QStringList UiDemoCandidates() {
     return out;
 }
 
-void SetUiDemoFolderForTest(const QString& folder) { g_strUiDemoFolderForTest = folder; }
+void SetUiDemoFolderForTest(const QString& folder) { UiDemoFolderForTest() = folder; }
 
 }  // namespace detail
 }  // namespace log
@@ -211,7 +221,7 @@ using devtools::log::detail::TypeLabel;
 
 CItemInfoStandardItemModel::CItemInfoStandardItemModel(CLogViewerWnd* pWnd, QVector<CLogViewerWnd::ItemData>* pStore,
                                                        int i32Batch)
-    : QStandardItemModel(pWnd), m_pWnd(pWnd), m_pStore(pStore), m_i32Batch(i32Batch) {
+    : QStandardItemModel(pWnd), m_pStore(pStore), m_i32Batch(i32Batch) {
     setHorizontalHeaderLabels({QStringLiteral("ID"), QStringLiteral("时间"), QStringLiteral("类型"),
                                QStringLiteral("详情"), QStringLiteral("位置")});
 }
@@ -254,7 +264,7 @@ void CItemInfoStandardItemModel::addItemIntoListView(CLogViewerWnd::ItemData& it
         << new QStandardItem(TypeLabel(item.eType)) << new QStandardItem(item.strDisplay)
         << new QStandardItem(item.strLocation);
     if (!TypeColor(item.eType).isEmpty())
-        for (QStandardItem* cell : row)
+        for (QStandardItem* cell : qAsConst(row))
             cell->setForeground(brush);
     appendRow(row);
 }
@@ -280,7 +290,7 @@ void CItemInfoStandardItemModel::Restart() {
     m_vecRowLines.clear();
     m_i32Loaded = 0;
     m_i32Unloaded = 0;
-    for (const auto& item : *m_pStore)
+    for (const auto& item : qAsConst(*m_pStore))
         if (item.bShown)
             ++m_i32Unloaded;
 }
@@ -337,9 +347,9 @@ CLogViewerWnd::~CLogViewerWnd() {
     if (s_pCLogViewerWnd == this) {
         s_pCLogViewerWnd = nullptr;
         g_stdOutUIIsVisible = false;
-        QMutexLocker lock(&g_pendingMutex);  // queued records belonged to this window
-        g_vecPending.clear();
-        g_i64PendingSkipped = 0;
+        QMutexLocker lock(&Queue().mutex);  // queued records belonged to this window
+        Queue().vecPending.clear();
+        Queue().i64Skipped = 0;
         g_i32PendingCount.store(0);
     }
 }
@@ -501,35 +511,37 @@ void CLogViewerWnd::SetupUi() {
     pageLayout->addWidget(d->pStatus);
 
     d->pTabs->addTab(page, QStringLiteral("标准输出"));
-    LXUIKIT_SAFE_CONNECT(d->pTabs.data(), &QTabWidget::currentChanged, this, [this](int index) {
-        QWidget* holder = d->pTabs->widget(index);
-        auto it = d->hashPendingTabs.find(holder);
-        if (it == d->hashPendingTabs.end())
-            return;
-        const core::CSafeFunction<QWidget*()> factory = it.value();
-        d->hashPendingTabs.erase(it);
-        QWidget* content = factory.IsCallable() ? factory() : nullptr;
-        if (!content) {
-            LXUIKIT_LOG_WARN("developer tools tab {} has no page: its factory is gone or made nothing",
-                             d->pTabs->tabText(index));
-            return;
-        }
-        holder->layout()->addWidget(content);
-    });
+    LXUIKIT_SAFE_CONNECT(d->pTabs.data(), &QTabWidget::currentChanged, this, &CLogViewerWnd::OnTabOpened);
     RefreshStatus();
 }
 
-void CLogViewerWnd::AddUserTab(QString title, core::CSafeFunction<QWidget*()> factory) {
+void CLogViewerWnd::OnTabOpened(int index) {
+    QWidget* holder = d->pTabs ? d->pTabs->widget(index) : nullptr;
+    auto it = d->hashPendingTabs.find(holder);
+    if (!holder || it == d->hashPendingTabs.end())
+        return;
+    const core::CSafeFunction<QWidget*()> factory = it.value();
+    d->hashPendingTabs.erase(it);
+    QWidget* content = factory.IsCallable() ? factory() : nullptr;
+    if (!content) {
+        LXUIKIT_LOG_WARN("developer tools tab {} has no page: its factory is gone or made nothing",
+                         d->pTabs->tabText(index));
+        return;
+    }
+    holder->layout()->addWidget(content);
+}
+
+void CLogViewerWnd::AddUserTab(const QString& title, core::CSafeFunction<QWidget*()> factory) {
     if (!d->pTabs)
         return;
     // The page is made when the tab is first opened: a tool tab costs nothing until it is used.
     auto* holder = new QWidget;
     auto* layout = new QVBoxLayout(holder);
     layout->setContentsMargins(0, 0, 0, 0);
-    d->hashPendingTabs.insert(holder, std::move(factory));
+    d->hashPendingTabs[holder] = std::move(factory);
     const int index = d->pTabs->addTab(holder, title);
     if (d->pTabs->currentIndex() == index)
-        emit d->pTabs->currentChanged(index);
+        OnTabOpened(index);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -564,32 +576,33 @@ void CLogViewerWnd::addMessage(const FrameWork::LogContext& context) {
         wnd->addMessageInMain(item.strMessage, item.strLocation, item.eType);
         return;
     }
-    QMutexLocker lock(&g_pendingMutex);
-    if (g_vecPending.capacity() == 0)
-        g_vecPending.reserve(2 * (SAVE_INFO_SIZE + kDropBlock));
-    g_vecPending.append(std::move(item));
+    PendingQueue& q = Queue();
+    QMutexLocker lock(&q.mutex);
+    if (q.vecPending.capacity() == 0)
+        q.vecPending.reserve(2 * (SAVE_INFO_SIZE + kDropBlock));
+    q.vecPending.append(std::move(item));
     // Lines with a store's worth of newer lines behind them can never be kept: drop them here,
     // in large steps, so a flood between two drains cannot grow the queue without bound.
     const int keep = SAVE_INFO_SIZE + kDropBlock;
-    if (g_vecPending.size() >= 2 * keep) {
-        const int drop = g_vecPending.size() - keep;
-        g_vecPending.erase(g_vecPending.begin(), g_vecPending.begin() + drop);
-        g_i64PendingSkipped += drop;
+    if (q.vecPending.size() >= 2 * keep) {
+        const int drop = q.vecPending.size() - keep;
+        q.vecPending.erase(q.vecPending.begin(), q.vecPending.begin() + drop);
+        q.i64Skipped += drop;
     }
-    g_i32PendingCount.store(g_vecPending.size(), std::memory_order_relaxed);
+    g_i32PendingCount.store(q.vecPending.size(), std::memory_order_relaxed);
 }
 
 void CLogViewerWnd::FlashPendingMessage() {
     if (s_bAdding || g_i32PendingCount.load(std::memory_order_relaxed) == 0)
         return;
-    QVector<ItemData>& batch = s_vecDrainBuffer;
+    QVector<ItemData>& batch = Queue().vecDrainBuffer;
     batch.clear();
     qint64 skipped = 0;
     {
-        QMutexLocker lock(&g_pendingMutex);
-        batch.swap(g_vecPending);
-        skipped = g_i64PendingSkipped;
-        g_i64PendingSkipped = 0;
+        QMutexLocker lock(&Queue().mutex);
+        batch.swap(Queue().vecPending);
+        skipped = Queue().i64Skipped;
+        Queue().i64Skipped = 0;
         g_i32PendingCount.store(0, std::memory_order_relaxed);
     }
     if (batch.isEmpty() && skipped == 0)
@@ -685,7 +698,7 @@ void CLogViewerWnd::UpdateAllFilterFlags() {
     if (d->m_filterComboBox)
         d->strFilterText = d->m_filterComboBox->currentText();
     int mask = 0;
-    for (const auto& tb : d->vecTypeChecks)
+    for (const auto& tb : qAsConst(d->vecTypeChecks))
         if (tb.second && tb.second->isChecked())
             mask |= tb.first;
     d->i32FilterMask = mask;
@@ -715,7 +728,7 @@ void CLogViewerWnd::UpdateAllFilterFlags() {
 
 void CLogViewerWnd::UpdateSelectAllCheckBoxState() {
     bool all = true;
-    for (const auto& tb : d->vecTypeChecks)
+    for (const auto& tb : qAsConst(d->vecTypeChecks))
         all = all && tb.second && tb.second->isChecked();
     if (d->pSelectAll)
         d->pSelectAll->setChecked(all);
@@ -890,7 +903,8 @@ void CLogViewerWnd::showUiDemo() {
     QLibrary lib;
     QString error;
     bool loaded = false;
-    for (const QString& candidate : devtools::log::detail::UiDemoCandidates()) {
+    const QStringList candidates = devtools::log::detail::UiDemoCandidates();
+    for (const QString& candidate : candidates) {
         lib.setFileName(candidate);
         if (lib.load()) {
             loaded = true;

@@ -81,7 +81,7 @@ public:
 
     void addMessageInMain(const QString& message, const QString& location, LxLogType type);
     void FlashPendingMessage();
-    void AddUserTab(QString title, core::CSafeFunction<QWidget*()> factory);
+    void AddUserTab(const QString& title, core::CSafeFunction<QWidget*()> factory);
 
     // Shows the window where the tools may be used; otherwise tells the user why not and closes.
     void show();
@@ -121,6 +121,7 @@ private:
     void AddLine(ItemData&& item, const QDateTime& now, bool bBulk);
     void DropOldest(int i32Count);
     void RefreshStatus();
+    void OnTabOpened(int index);
     void ApplyTheme();
     void ScheduleAutoScroll();
 

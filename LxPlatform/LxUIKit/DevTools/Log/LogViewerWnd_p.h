@@ -45,7 +45,6 @@ public:
 private:
     void addItemIntoListView(CLogViewerWnd::ItemData& item);
 
-    CLogViewerWnd* m_pWnd;
     QVector<CLogViewerWnd::ItemData>* m_pStore;
     int m_i32Batch;
     int m_i32Loaded = 0;         // store lines walked so far
