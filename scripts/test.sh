@@ -3,6 +3,8 @@
 #   scripts/test.sh              debug build in build/
 #   scripts/test.sh --sanitize   AddressSanitizer + UndefinedBehaviorSanitizer build in build-asan/
 #   scripts/test.sh --clang      the same suite built with clang in build-clang/
+#   scripts/test.sh --no-devtools the release gate: developer tools off, in build-nodevtools/; builds
+#                                only the library and the suites that check the gate, and runs those
 # Extra arguments after "--" go to ctest (for example: scripts/test.sh -- -R zip).
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
@@ -20,6 +22,12 @@ elif [ "${1:-}" = "--clang" ]; then
   dir="${LX_BUILD_DIR:-$LX_ROOT/build-clang}"
   LX_PACKAGES+=(clang)
   export CC=clang CXX=clang++
+elif [ "${1:-}" = "--no-devtools" ]; then
+  shift
+  dir="${LX_BUILD_DIR:-$LX_ROOT/build-nodevtools}"
+  cmake_args=(-DLX_DEVTOOLS=OFF -DLX_BUILD_GALLERY=OFF -DLX_BUILD_BENCH=OFF)
+  export LX_TARGETS="LxUIKit tst_DevTools tst_Lifecycle"
+  set -- -R '^tst_(DevTools|Lifecycle)$' "$@"
 fi
 [ "${1:-}" = "--" ] && shift
 

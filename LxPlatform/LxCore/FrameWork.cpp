@@ -13,6 +13,7 @@
 
 #include <atomic>
 #include <cstdio>
+#include <memory>
 
 namespace FrameWork {
 namespace {
@@ -32,7 +33,7 @@ struct LogState {
     std::map<int, uint64_t> mapPerLevel;
     std::map<std::string, uint64_t> mapPerModule;
     uint64_t u64Total = 0;
-    StdOutCallback hook;
+    std::shared_ptr<const StdOutCallback> hook;  // shared so a record never copies the function
     AssertHandler assertHandler;
     std::map<QString, IOStatistic> mapIO;
 };
@@ -146,7 +147,7 @@ void WriteLogRaw(const char* file, int line, const char* function, int level, co
                  QString::fromStdString(ctx.strFunction), text)
             .toUtf8();
 
-    StdOutCallback hook;
+    std::shared_ptr<const StdOutCallback> hook;
     {
         LogState& s = State();
         QMutexLocker lock(&s.mutex);
@@ -171,7 +172,7 @@ void WriteLogRaw(const char* file, int line, const char* function, int level, co
     }
 #endif
     if (hook)
-        hook(ctx);
+        (*hook)(ctx);
 }
 
 LogStatisticsContext GetLogStatistics() {
@@ -206,8 +207,17 @@ void SetLogFileSizeLimit(qint64 bytes) {
 
 void _FW_InitStdOutInMainThread(StdOutCallback callback) {
     LogState& s = State();
+    std::shared_ptr<const StdOutCallback> hook;
+    if (callback)
+        hook = std::make_shared<const StdOutCallback>(std::move(callback));
     QMutexLocker lock(&s.mutex);
-    s.hook = std::move(callback);
+    s.hook.swap(hook);  // the old hook is released after the lock, outside any record in flight
+}
+
+StdOutCallback GetStdOutHook() {
+    LogState& s = State();
+    QMutexLocker lock(&s.mutex);
+    return s.hook ? *s.hook : StdOutCallback();
 }
 
 AssertHandler SetAssertHandler(AssertHandler handler) {
@@ -219,12 +229,17 @@ AssertHandler SetAssertHandler(AssertHandler handler) {
 }
 
 void _FW_OnAssertFailed(const char* module, const char* file, int line, const char* expression) {
+    _FW_OnAssertFailed(kAssertError, module, file, line, expression);
+}
+
+void _FW_OnAssertFailed(int i32Severity, const char* module, const char* file, int line, const char* expression) {
     AssertInfo info;
+    info.i32Severity = i32Severity;
     info.strModule = module ? module : "";
     info.strFile = StripExtension(file);
     info.i32Line = line;
     info.strExpression = expression ? expression : "";
-    WriteLogRaw(file, line, "_FW_OnAssertFailed", kLogError, module,
+    WriteLogRaw(file, line, "_FW_OnAssertFailed", i32Severity == kAssertWarning ? kLogWarning : kLogError, module,
                 QStringLiteral("ASSERT FAILED: %1 (%2:%3)")
                     .arg(QString::fromStdString(info.strExpression), QString::fromStdString(info.strFile))
                     .arg(line));

@@ -78,16 +78,31 @@ LXCORE_EXPORT QString GetLogFilePath();
 // Size bound of one log file before it rotates to .1, .2 ... (kept: 3 old files).
 LXCORE_EXPORT void SetLogFileSizeLimit(qint64 bytes);
 
-// Hook that receives every record, from whatever thread wrote it. One hook at a time; an empty
-// function removes it. The name is historical: the developer tools use it to feed the log viewer.
+// Hook that receives every record. It runs on the thread that wrote the record (LogContext::
+// bMainThread tells which), right after the record reached the log file, so nothing written on a
+// worker thread is lost or delayed. A consumer that needs main-thread delivery marshals the records
+// itself: the developer tools' log viewer queues worker-thread records and moves them in on the GUI
+// thread, keeping each thread's order. One hook at a time; an empty function removes it. Calling
+// the hook costs one reference-count increment per record, never a copy of the function.
 using StdOutCallback = std::function<void(const LogContext&)>;
 // NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 LXCORE_EXPORT void _FW_InitStdOutInMainThread(StdOutCallback callback);
+// The hook installed now (empty when none), so a new consumer can pass records on to it.
+LXCORE_EXPORT StdOutCallback GetStdOutHook();
 
-// Soft assertion. `file` is the source path; the extension is dropped in the record.
+// Severity of a soft assertion: a warning-level one flags something suspicious but legal (a very
+// long log text), an error-level one a programming error.
+enum AssertSeverity : int { kAssertWarning = 2, kAssertError = 3 };
+
+// Soft assertion. `file` is the source path; the extension is dropped in the record. The form
+// without a severity raises an error-level one.
 // NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
 LXCORE_EXPORT void _FW_OnAssertFailed(const char* module, const char* file, int line, const char* expression);
+// NOLINTNEXTLINE(bugprone-reserved-identifier): a name the host's code calls
+LXCORE_EXPORT void _FW_OnAssertFailed(int i32Severity, const char* module, const char* file, int line,
+                                      const char* expression);
 struct LXCORE_EXPORT AssertInfo {
+    int i32Severity = kAssertError;
     std::string strModule;
     std::string strFile;  // without extension, e.g. "LxPlatform/LxUIKit/LUIKitReport"
     int i32Line = 0;

@@ -3,6 +3,10 @@
 #include <LxCore/LxCore.h>
 #include <LxStdUI/LxStdUI.h>
 #include <LxUIKit/DevTools/AutoTest/UIAutoTestManager.h>
+#include <LxUIKit/DevTools/LModalBypassHelper.h>
+#include <LxUIKit/DevTools/Log/LogFilterDialog.h>
+#include <LxUIKit/DevTools/Log/LogStatisticsDialog.h>
+#include <LxUIKit/DevTools/Log/LogViewerWnd.h>
 #include <LxUIKit/DevTools/Log/LxLogViewer.h>
 #include <LxUIKit/DevTools/LxDevTools.h>
 #include <LxUIKit/LUIKitReport.h>

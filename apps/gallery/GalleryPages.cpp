@@ -13,6 +13,8 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoRichTextPage},
         {QStringLiteral("webimages"), QT_TRANSLATE_NOOP("GalleryPages", "Web images"), &CreateWebImagesPage,
          &DemoWebImagesPage},
+        {QStringLiteral("devtools"), QT_TRANSLATE_NOOP("GalleryPages", "Developer tools"), &CreateDevToolsPage,
+         &DemoDevToolsPage},
     };
     return s_pages;
 }

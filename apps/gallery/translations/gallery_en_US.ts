@@ -89,6 +89,97 @@
     </message>
 </context>
 <context>
+    <name>DevToolsPage</name>
+    <message>
+        <source>Developer tools</source>
+        <translation>Developer tools</translation>
+    </message>
+    <message>
+        <source>Press Ctrl+F9 anywhere in the gallery to open the developer tools window: every log record of every thread, live, coloured and filtered. Ctrl+F10 opens the widget inspector.</source>
+        <translation>Press Ctrl+F9 anywhere in the gallery to open the developer tools window: every log record of every thread, live, coloured and filtered. Ctrl+F10 opens the widget inspector.</translation>
+    </message>
+    <message>
+        <source>This build has no developer tools.</source>
+        <translation>This build has no developer tools.</translation>
+    </message>
+    <message>
+        <source> records/s</source>
+        <translation> records/s</translation>
+    </message>
+    <message>
+        <source>Start logging</source>
+        <translation>Start logging</translation>
+    </message>
+    <message>
+        <source>Threads</source>
+        <translation>Threads</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Rate</translation>
+    </message>
+    <message>
+        <source>Stop logging</source>
+        <translation>Stop logging</translation>
+    </message>
+    <message>
+        <source>%1 records written</source>
+        <translation>%1 records written</translation>
+    </message>
+    <message>
+        <source>Open the log viewer</source>
+        <translation>Open the log viewer</translation>
+    </message>
+    <message>
+        <source>Open an application-modal dialog</source>
+        <translation>Open an application-modal dialog</translation>
+    </message>
+    <message>
+        <source>Show a stray parentless widget</source>
+        <translation>Show a stray parentless widget</translation>
+    </message>
+    <message>
+        <source>Add a tab to the tools window</source>
+        <translation>Add a tab to the tools window</translation>
+    </message>
+    <message>
+        <source>Application-modal dialog</source>
+        <translation>Application-modal dialog</translation>
+    </message>
+    <message>
+        <source>The gallery is blocked now; the developer tools window still takes clicks and keys.</source>
+        <translation>The gallery is blocked now; the developer tools window still takes clicks and keys.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>A modal dialog is open: try the tools window.</source>
+        <translation>A modal dialog is open: try the tools window.</translation>
+    </message>
+    <message>
+        <source>stray</source>
+        <translation>stray</translation>
+    </message>
+    <message>
+        <source>A stray QLabel was shown: the log has a &quot;suspected unexpected popup&quot; line.</source>
+        <translation>A stray QLabel was shown: the log has a &quot;suspected unexpected popup&quot; line.</translation>
+    </message>
+    <message>
+        <source>Gallery %1</source>
+        <translation>Gallery %1</translation>
+    </message>
+    <message>
+        <source>Tab %1 added by the gallery.</source>
+        <translation>Tab %1 added by the gallery.</translation>
+    </message>
+    <message>
+        <source>Tab &quot;Gallery %1&quot; added to the tools window.</source>
+        <translation>Tab &quot;Gallery %1&quot; added to the tools window.</translation>
+    </message>
+</context>
+<context>
     <name>GalleryPages</name>
     <message>
         <source>Toasts</source>
@@ -109,6 +200,10 @@
     <message>
         <source>Web images</source>
         <translation>Web images</translation>
+    </message>
+    <message>
+        <source>Developer tools</source>
+        <translation>Developer tools</translation>
     </message>
 </context>
 <context>

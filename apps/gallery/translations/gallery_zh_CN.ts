@@ -89,6 +89,97 @@
     </message>
 </context>
 <context>
+    <name>DevToolsPage</name>
+    <message>
+        <source>Developer tools</source>
+        <translation>开发者工具</translation>
+    </message>
+    <message>
+        <source>Press Ctrl+F9 anywhere in the gallery to open the developer tools window: every log record of every thread, live, coloured and filtered. Ctrl+F10 opens the widget inspector.</source>
+        <translation>在图库任意位置按 Ctrl+F9 打开开发者工具窗口：实时查看每个线程的每条日志，按类型着色并可过滤。Ctrl+F10 打开控件检查器。</translation>
+    </message>
+    <message>
+        <source>This build has no developer tools.</source>
+        <translation>此版本未包含开发者工具。</translation>
+    </message>
+    <message>
+        <source> records/s</source>
+        <translation> 条/秒</translation>
+    </message>
+    <message>
+        <source>Start logging</source>
+        <translation>开始写日志</translation>
+    </message>
+    <message>
+        <source>Threads</source>
+        <translation>线程数</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>速率</translation>
+    </message>
+    <message>
+        <source>Stop logging</source>
+        <translation>停止写日志</translation>
+    </message>
+    <message>
+        <source>%1 records written</source>
+        <translation>已写入 %1 条</translation>
+    </message>
+    <message>
+        <source>Open the log viewer</source>
+        <translation>打开日志查看器</translation>
+    </message>
+    <message>
+        <source>Open an application-modal dialog</source>
+        <translation>打开应用程序模态对话框</translation>
+    </message>
+    <message>
+        <source>Show a stray parentless widget</source>
+        <translation>显示无父对象的游离控件</translation>
+    </message>
+    <message>
+        <source>Add a tab to the tools window</source>
+        <translation>向工具窗口添加标签页</translation>
+    </message>
+    <message>
+        <source>Application-modal dialog</source>
+        <translation>应用程序模态对话框</translation>
+    </message>
+    <message>
+        <source>The gallery is blocked now; the developer tools window still takes clicks and keys.</source>
+        <translation>图库现已被阻塞；开发者工具窗口仍可响应点击和按键。</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>A modal dialog is open: try the tools window.</source>
+        <translation>模态对话框已打开：请试试工具窗口。</translation>
+    </message>
+    <message>
+        <source>stray</source>
+        <translation>游离</translation>
+    </message>
+    <message>
+        <source>A stray QLabel was shown: the log has a &quot;suspected unexpected popup&quot; line.</source>
+        <translation>游离的 QLabel 已显示：日志中有一行“suspected unexpected popup”。</translation>
+    </message>
+    <message>
+        <source>Gallery %1</source>
+        <translation>图库 %1</translation>
+    </message>
+    <message>
+        <source>Tab %1 added by the gallery.</source>
+        <translation>图库添加的标签页 %1。</translation>
+    </message>
+    <message>
+        <source>Tab &quot;Gallery %1&quot; added to the tools window.</source>
+        <translation>标签页“图库 %1”已添加到工具窗口。</translation>
+    </message>
+</context>
+<context>
     <name>GalleryPages</name>
     <message>
         <source>Toasts</source>
@@ -109,6 +200,10 @@
     <message>
         <source>Web images</source>
         <translation>网络图片</translation>
+    </message>
+    <message>
+        <source>Developer tools</source>
+        <translation>开发者工具</translation>
     </message>
 </context>
 <context>

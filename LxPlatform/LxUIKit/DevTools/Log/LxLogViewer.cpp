@@ -1,7 +1,6 @@
 #include <LxUIKit/DevTools/Log/LxLogViewer.h>
 
 #include <LxUIKit/DevTools/LxDevTools.h>
-#include <LxUIKit/LxUIKitLog_p.h>
 
 namespace devtools {
 namespace log {
@@ -10,10 +9,10 @@ bool g_bStarted = false;
 }
 
 void StartLogViewer() {
-    if (!devtools::IsAvailable() || g_bStarted)
-        return;
-    g_bStarted = true;
-    LXUIKIT_LOG_INFO("log viewer started");
+    // The viewer itself is started by devtools::Init() and by Ctrl+F9; this only notes that the
+    // host reached the point where it would start.
+    if (devtools::IsAvailable())
+        g_bStarted = true;
 }
 
 bool IsLogViewerStarted() { return g_bStarted; }

@@ -1,0 +1,955 @@
+#include <LxUIKit/DevTools/Log/LogViewerWnd.h>
+
+#include <LxCore/IniWrapper.h>
+#include <LxCore/Post.h>
+#include <LxCore/ProductPath.h>
+#include <LxStdUI/ResProvider.h>
+#include <LxStdUI/ThemeManager.h>
+#include <LxUIKit/DevTools/LModalBypassHelper.h>
+#include <LxUIKit/DevTools/Log/LogFilterDialog.h>
+#include <LxUIKit/DevTools/Log/LogStatisticsDialog.h>
+#include <LxUIKit/DevTools/Log/LogViewerWnd_p.h>
+#include <LxUIKit/DevTools/LxDevTools.h>
+#include <LxUIKit/LxGuiHelper.h>
+#include <LxUIKit/LxUIKitLog_p.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLibrary>
+#include <QMenu>
+#include <QMutex>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QThread>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <dlfcn.h>
+
+#include <atomic>
+
+namespace {
+
+constexpr int kInitialSaveInfoSize = 3000;
+constexpr int kDropBlock = 1000;
+constexpr int kMaxMessageLength = 10240;
+constexpr int kFetchBatch = 100;
+constexpr int kFlushIntervalMs = 500;
+constexpr int kScrollDelayMs = 100;
+
+const QString kSection = QStringLiteral("StdOutDialog");
+const QString kAutoOpenKey = QStringLiteral("dev_auto_open_std_out");
+
+int SAVE_INFO_SIZE = kInitialSaveInfoSize;
+CLogViewerWnd* s_pCLogViewerWnd = nullptr;
+// Whether records are collected at all: true while the window is visible.
+std::atomic<bool> g_stdOutUIIsVisible{false};
+
+// Records written by worker threads, waiting for the GUI thread. Never destroyed: a thread may log
+// during the process's static teardown.
+struct PendingQueue {
+    QMutex mutex;
+    QVector<CLogViewerWnd::ItemData> vecPending;  // guarded by mutex
+    qint64 i64Skipped = 0;                        // records dropped from the queue's front (guarded)
+    // The GUI thread's side: swapped with the queue on each drain and cleared afterwards, so both
+    // keep their capacity and a flood never reallocates them.
+    QVector<CLogViewerWnd::ItemData> vecDrainBuffer;
+};
+PendingQueue& Queue() {
+    static auto* s_pQueue = new PendingQueue;
+    return *s_pQueue;
+}
+std::atomic<int> g_i32PendingCount{0};
+
+// GUI-thread statics: a line being added (re-entrancy guard) and a scroll task in flight.
+bool s_bAdding = false;
+bool s_bScrollPending = false;
+
+QString& UiDemoFolderForTest() {
+    static QString s_str;
+    return s_str;
+}
+
+struct TypeInfo {
+    int bit;
+    const char* label;
+    const char* color;
+};
+// In the order of precedence of the label and colour.
+const TypeInfo kTypePrecedence[] = {
+    {LxLogType_Error, "错误", "#CF0000"},    {LxLogType_Warning, "警告", "#794300"},
+    {LxLogType_Protocol, "协议", "#407000"}, {LxLogType_Qt, "QT", "#038F8F"},
+    {LxLogType_Info, "信息", "#207BA3"},     {LxLogType_Report, "上报", "#9B00AC"},
+    {LxLogType_System, "系统", "#6C0178"},   {LxLogType_Debug, "日志", "#777777"},
+    {LxLogType_Web, "Web", "#4B4291"},
+};
+
+const TypeInfo* TypeOf(int type) {
+    for (const TypeInfo& t : kTypePrecedence)
+        if (type & t.bit)
+            return &t;
+    return nullptr;
+}
+
+bool OnMainThread() {
+    QCoreApplication* app = QCoreApplication::instance();
+    return app && QThread::currentThread() == app->thread();
+}
+
+QString FileNameOf(const std::string& path) {
+    const size_t slash = path.find_last_of("/\\");
+    return QString::fromStdString(slash == std::string::npos ? path : path.substr(slash + 1));
+}
+
+QString BuildLocation(const FrameWork::LogContext& ctx) {
+    QString location;
+    location.reserve(int(ctx.strModule.size() + ctx.strFile.size() + ctx.strFunction.size()) + 16);
+    location += QString::fromStdString(ctx.strModule);
+    location += QLatin1String(", ");
+    location += FileNameOf(ctx.strFile);
+    location += QLatin1String(", ");
+    location += QString::fromStdString(ctx.strFunction);
+    location += QLatin1String(", ");
+    if (ctx.i32Line != -1)
+        location += QString::number(ctx.i32Line);
+    return location;
+}
+
+// A flood comes from a few call sites: each thread keeps the locations it made last, so a repeated
+// call site costs a few string comparisons instead of four conversions and a concatenation.
+QString LocationOf(const FrameWork::LogContext& ctx) {
+    struct Entry {
+        std::string strModule, strFile, strFunction;
+        int i32Line = 0;
+        QString strLocation;
+    };
+    constexpr int kEntries = 8;
+    thread_local Entry t_cache[kEntries];
+    thread_local int t_i32Next = 0;
+    for (const Entry& e : t_cache)
+        if (e.i32Line == ctx.i32Line && !e.strLocation.isEmpty() && e.strFile == ctx.strFile &&
+            e.strModule == ctx.strModule && e.strFunction == ctx.strFunction)
+            return e.strLocation;
+    Entry& e = t_cache[t_i32Next];
+    t_i32Next = (t_i32Next + 1) % kEntries;
+    e.strModule = ctx.strModule;
+    e.strFile = ctx.strFile;
+    e.strFunction = ctx.strFunction;
+    e.i32Line = ctx.i32Line;
+    e.strLocation = BuildLocation(ctx);
+    return e.strLocation;
+}
+
+core::CIniWrapper CommonSettings() { return core::CIniWrapper(core::product_path::GetSettingsFile()); }
+
+QString KitLibraryFolder() {
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void*>(&KitLibraryFolder), &info) && info.dli_fname)
+        return QFileInfo(QString::fromLocal8Bit(info.dli_fname)).absolutePath();
+    return QString();
+}
+
+}  // namespace
+
+namespace devtools {
+namespace log {
+namespace detail {
+
+QString TypeLabel(int type) {
+    const TypeInfo* t = TypeOf(type);
+    return t ? QString::fromUtf8(t->label) : QString();
+}
+
+QString TypeColor(int type) {
+    const TypeInfo* t = TypeOf(type);
+    return t ? QString::fromLatin1(t->color) : QString();
+}
+
+int StoreSizeAfter(int i32Lines, qint64 i64Appends, int i32Cap) {
+    qint64 size = i32Lines;
+    while (i64Appends > 0) {
+        const qint64 room = qint64(i32Cap) - size;  // appends before the next drop
+        if (room > 0) {
+            const qint64 step = qMin(room, i64Appends);
+            size += step;
+            i64Appends -= step;
+            continue;
+        }
+        size = qMax<qint64>(0, size + 1 - kDropBlock);
+        --i64Appends;
+    }
+    return int(size);
+}
+
+QStringList UiDemoCandidates() {
+    QStringList out;
+    const QString name = QStringLiteral("libLxStdUiDemo.so");
+    if (!UiDemoFolderForTest().isEmpty())
+        out << QDir(UiDemoFolderForTest()).filePath(name);
+    const QString kit = KitLibraryFolder();
+    if (!kit.isEmpty())
+        out << QDir(kit).filePath(name);
+    out << QDir(QCoreApplication::applicationDirPath()).filePath(name);
+    out << QStringLiteral("LxStdUiDemo");  // the loader's own search path last
+    out.removeDuplicates();
+    return out;
+}
+
+void SetUiDemoFolderForTest(const QString& folder) { UiDemoFolderForTest() = folder; }
+
+}  // namespace detail
+}  // namespace log
+}  // namespace devtools
+
+using devtools::log::detail::TypeColor;
+using devtools::log::detail::TypeLabel;
+
+// ---------------------------------------------------------------------------------------------
+// Model
+
+CItemInfoStandardItemModel::CItemInfoStandardItemModel(CLogViewerWnd* pWnd, QVector<CLogViewerWnd::ItemData>* pStore,
+                                                       int i32Batch)
+    : QStandardItemModel(pWnd), m_pStore(pStore), m_i32Batch(i32Batch) {
+    setHorizontalHeaderLabels({QStringLiteral("ID"), QStringLiteral("时间"), QStringLiteral("类型"),
+                               QStringLiteral("详情"), QStringLiteral("位置")});
+}
+
+bool CItemInfoStandardItemModel::canFetchMore(const QModelIndex& parent) const {
+    return !parent.isValid() && m_i32Unloaded > 0;
+}
+
+void CItemInfoStandardItemModel::fetchMore(const QModelIndex& parent) {
+    if (parent.isValid())
+        return;
+    int added = 0;
+    while (added < m_i32Batch && m_i32Loaded < m_pStore->size()) {
+        CLogViewerWnd::ItemData& item = (*m_pStore)[m_i32Loaded];
+        if (item.bShown) {
+            addItemIntoListView(item);
+            m_vecRowLines.append(m_i32Loaded);
+            --m_i32Unloaded;
+            ++added;
+        }
+        ++m_i32Loaded;
+    }
+}
+
+void CItemInfoStandardItemModel::Update(int i32Lag) {
+    if (m_i32Unloaded > i32Lag)
+        fetchMore(QModelIndex());
+}
+
+void CItemInfoStandardItemModel::addItemIntoListView(CLogViewerWnd::ItemData& item) {
+    if (item.strDisplay.isEmpty() && !item.strMessage.isEmpty()) {
+        item.strDisplay = item.strMessage;
+        item.strDisplay.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
+    }
+    const QBrush brush{QColor(TypeColor(item.eType))};
+    QList<QStandardItem*> row;
+    row.reserve(5);
+    row << new QStandardItem(QString::number(item.i32Seq))
+        << new QStandardItem(item.time.toString(QStringLiteral("hh:mm:ss.zzz")))
+        << new QStandardItem(TypeLabel(item.eType)) << new QStandardItem(item.strDisplay)
+        << new QStandardItem(item.strLocation);
+    if (!TypeColor(item.eType).isEmpty())
+        for (QStandardItem* cell : qAsConst(row))
+            cell->setForeground(brush);
+    appendRow(row);
+}
+
+void CItemInfoStandardItemModel::OnOldestLinesDropping(int i32Lines) {
+    int rowsGone = 0;
+    while (rowsGone < m_vecRowLines.size() && m_vecRowLines[rowsGone] < i32Lines)
+        ++rowsGone;
+    for (int i = m_i32Loaded; i < qMin(i32Lines, m_pStore->size()); ++i)
+        if ((*m_pStore)[i].bShown)
+            --m_i32Unloaded;
+    if (rowsGone > 0) {
+        removeRows(0, rowsGone);
+        m_vecRowLines.remove(0, rowsGone);
+    }
+    for (int& line : m_vecRowLines)
+        line -= i32Lines;
+    m_i32Loaded = qMax(0, m_i32Loaded - i32Lines);
+}
+
+void CItemInfoStandardItemModel::Restart() {
+    removeRows(0, rowCount());
+    m_vecRowLines.clear();
+    m_i32Loaded = 0;
+    m_i32Unloaded = 0;
+    for (const auto& item : qAsConst(*m_pStore))
+        if (item.bShown)
+            ++m_i32Unloaded;
+}
+
+void CItemInfoStandardItemModel::JumpToNewest() {
+    if (m_i32Unloaded <= 2 * m_i32Batch)
+        return;
+    removeRows(0, rowCount());
+    m_vecRowLines.clear();
+    int keep = m_i32Batch;
+    int i = m_pStore->size();
+    while (i > m_i32Loaded && keep > 0) {
+        --i;
+        if ((*m_pStore)[i].bShown)
+            --keep;
+    }
+    m_i32Loaded = i;
+    m_i32Unloaded = m_i32Batch - keep;
+}
+
+int CItemInfoStandardItemModel::LineOfRow(int row) const {
+    return row >= 0 && row < m_vecRowLines.size() ? m_vecRowLines[row] : -1;
+}
+
+void NoWrapDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->features &= ~QStyleOptionViewItem::WrapText;
+    option->textElideMode = Qt::ElideRight;
+    option->text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+}
+
+// ---------------------------------------------------------------------------------------------
+// Window
+
+CLogViewerWnd* CLogViewerWnd::Singleton() {
+    if (!s_pCLogViewerWnd && LXUIKIT_ASSERT_MAIN_THREAD())
+        new CLogViewerWnd(nullptr);
+    return s_pCLogViewerWnd;
+}
+
+CLogViewerWnd* CLogViewerWnd::Instance() { return s_pCLogViewerWnd; }
+
+int CLogViewerWnd::SaveInfoSize() { return SAVE_INFO_SIZE; }
+
+bool CLogViewerWnd::IsCollecting() { return g_stdOutUIIsVisible.load(std::memory_order_relaxed); }
+
+bool CLogViewerWnd::isAutoOpen() { return core::app_setting::GetBool(kAutoOpenKey, false); }
+
+CLogViewerWnd::CLogViewerWnd(QWidget* parent) : QWidget(parent), d(std::make_unique<CLogViewerWndPrivate>()) {
+    InitDialog();
+}
+
+CLogViewerWnd::~CLogViewerWnd() {
+    if (s_pCLogViewerWnd == this) {
+        s_pCLogViewerWnd = nullptr;
+        g_stdOutUIIsVisible = false;
+        QMutexLocker lock(&Queue().mutex);  // queued records belonged to this window
+        Queue().vecPending.clear();
+        Queue().i64Skipped = 0;
+        g_i32PendingCount.store(0);
+    }
+}
+
+void CLogViewerWnd::InitDialog() {
+    // One window per process: a second one works but never becomes the singleton.
+    if (LXUIKIT_ASSERT(s_pCLogViewerWnd == nullptr))
+        s_pCLogViewerWnd = this;
+    setObjectName(QStringLiteral("CLogViewerWnd"));
+    setWindowTitle(QStringLiteral("超级开发者工具（快捷键 Ctrl+F9）"));
+    setLayoutDirection(Qt::LeftToRight);
+    setWindowFlags(Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint |
+                   Qt::WindowCloseButtonHint);
+
+    SetupUi();
+    if (!ReadConfigFromCache()) {
+        if (QScreen* screen = QGuiApplication::primaryScreen()) {
+            const QSize half(qRound(screen->geometry().width() / 2.0), qRound(screen->geometry().height() / 2.0));
+            resize(half);
+        }
+    }
+    SAVE_INFO_SIZE = kInitialSaveInfoSize * 10;
+    d->bToolAvailable = devtools::IsAvailable();
+    lx_devtools::LModalBypassHelper::Attach(this);
+
+    d->pFlushTimer = new QTimer(this);
+    d->pFlushTimer->setTimerType(Qt::CoarseTimer);
+    d->pFlushTimer->setInterval(kFlushIntervalMs);
+    LXUIKIT_SAFE_CONNECT(d->pFlushTimer.data(), &QTimer::timeout, this, &CLogViewerWnd::FlashPendingMessage);
+    d->pFlushTimer->start();
+
+    ApplyTheme();
+    LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                         [this] { ApplyTheme(); });
+    // Nothing may be collected once the application is going down.
+    LXUIKIT_SAFE_CONNECT(qApp, &QCoreApplication::aboutToQuit, this, [] { g_stdOutUIIsVisible = false; });
+}
+
+void CLogViewerWnd::SetupUi() {
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    d->pTabs = new QTabWidget(this);
+    outer->addWidget(d->pTabs);
+
+    auto* page = new QWidget;
+    page->setObjectName(QStringLiteral("AppStdOutTabWidget_Content"));
+    auto* pageLayout = new QVBoxLayout(page);
+    pageLayout->setContentsMargins(10, 0, 10, 0);
+    pageLayout->setSpacing(5);
+
+    auto* top = new QGridLayout;
+    top->setHorizontalSpacing(10);
+    top->setVerticalSpacing(1);
+    int col = 0;
+    d->pSelectAll = new QCheckBox(QStringLiteral("全选"), page);
+    top->addWidget(d->pSelectAll, 0, col++);
+    const QPair<int, const char*> typeBoxes[] = {
+        {LxLogType_Protocol, "协议"}, {LxLogType_Qt, "QT框架"},   {LxLogType_Web, "Web"},
+        {LxLogType_Debug, "调试"},    {LxLogType_Info, "信息"},   {LxLogType_Warning, "警告"},
+        {LxLogType_Error, "错误"},    {LxLogType_Report, "上报"}, {LxLogType_System, "系统"},
+    };
+    for (const auto& tb : typeBoxes) {
+        auto* box = new QCheckBox(QString::fromUtf8(tb.second), page);
+        box->setProperty("lx_log_type", tb.first);
+        d->vecTypeChecks.append({tb.first, box});
+        top->addWidget(box, 0, col++);
+        LXUIKIT_SAFE_CONNECT(box, &QCheckBox::clicked, this, [this] {
+            UpdateSelectAllCheckBoxState();
+            UpdateAllFilterFlags();
+        });
+    }
+    LXUIKIT_SAFE_CONNECT(d->pSelectAll.data(), &QCheckBox::clicked, this, [this](bool checked) {
+        for (auto& tb : d->vecTypeChecks)
+            if (tb.second)
+                tb.second->setChecked(checked);
+        UpdateAllFilterFlags();
+    });
+
+    top->addWidget(new QLabel(QStringLiteral("过滤: "), page), 0, col++);
+    d->m_filterComboBox = new QComboBox(page);
+    d->m_filterComboBox->setEditable(true);
+    d->m_filterComboBox->setFixedSize(180, 25);
+    d->m_filterComboBox->setMaxVisibleItems(5);
+    d->m_filterComboBox->setStyleSheet(QStringLiteral("QComboBox QAbstractItemView::item {   height: 25px;}"));
+    d->m_filterComboBox->setInsertPolicy(QComboBox::InsertAtTop);
+    top->addWidget(d->m_filterComboBox, 0, col++);
+    LXUIKIT_SAFE_CONNECT(d->m_filterComboBox.data(), &QComboBox::editTextChanged, this,
+                         &CLogViewerWnd::OnFilterEditTextChanged);
+
+    auto makeButton = [&](const char* text, int w) {
+        auto* b = new QPushButton(QString::fromUtf8(text), page);
+        b->setFixedSize(w, 25);
+        b->setFocusPolicy(Qt::NoFocus);
+        top->addWidget(b, 0, col++);
+        return b;
+    };
+    d->pClearBtn = makeButton("清空", 60);
+    d->pCommonFilterBtn = makeButton("常用过滤词", 90);
+    d->pAutoScroll = new QCheckBox(QStringLiteral("自动滚动"), page);
+    d->pAutoScroll->setStyleSheet(QStringLiteral("QCheckBox:checked {color: red;}"));
+    d->pAutoScroll->setChecked(true);
+    top->addWidget(d->pAutoScroll, 0, col++);
+    d->pRegExp = new QCheckBox(QStringLiteral("正则表达式"), page);
+    top->addWidget(d->pRegExp, 0, col++);
+    d->pAutoOpenBtn = makeButton("自动打开", 80);
+    d->pAutoOpenBtn->setCheckable(true);
+    d->pAutoOpenBtn->setChecked(isAutoOpen());
+    d->pSpyBtn = makeButton("QT Spy", 60);
+    d->pUiDemoBtn = makeButton("UI-Demo", 60);
+    top->setColumnStretch(col, 1);
+    pageLayout->addLayout(top);
+
+    LXUIKIT_SAFE_CONNECT(d->pClearBtn.data(), &QPushButton::clicked, this, &CLogViewerWnd::onClearButtonClicked);
+    LXUIKIT_SAFE_CONNECT(d->pCommonFilterBtn.data(), &QPushButton::clicked, this,
+                         &CLogViewerWnd::onCommonFilterButtonClicked);
+    LXUIKIT_SAFE_CONNECT(d->pRegExp.data(), &QCheckBox::clicked, this, [this] { UpdateAllFilterFlags(); });
+    LXUIKIT_SAFE_CONNECT(d->pAutoOpenBtn.data(), &QPushButton::toggled, this,
+                         [](bool on) { core::app_setting::SetBool(kAutoOpenKey, on); });
+    LXUIKIT_SAFE_CONNECT(d->pSpyBtn.data(), &QPushButton::clicked, this, [] {
+        // MERGE: initSpyToolWnd(true);
+    });
+    LXUIKIT_SAFE_CONNECT(d->pUiDemoBtn.data(), &QPushButton::clicked, this, &CLogViewerWnd::showUiDemo);
+
+    d->pModel = new CItemInfoStandardItemModel(this, &d->vecStore, kFetchBatch);
+    d->pList = new QTableView(page);
+    d->pList->setModel(d->pModel);
+    const int widths[] = {35, 84, 45, 7000, 200};
+    for (int i = 0; i < 5; ++i)
+        d->pList->setColumnWidth(i, widths[i]);
+    d->pList->setSelectionBehavior(QAbstractItemView::SelectRows);
+    d->pList->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    d->pList->setSortingEnabled(false);
+    d->pList->setShowGrid(false);
+    d->pList->setAutoScroll(false);
+    d->pList->setWordWrap(false);
+    QHeaderView* rows = d->pList->verticalHeader();
+    rows->setMinimumSectionSize(23);
+    rows->setMaximumSectionSize(23);
+    rows->setDefaultSectionSize(23);
+    rows->setSectionResizeMode(QHeaderView::Fixed);
+    rows->hide();
+    d->pList->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    d->pList->setItemDelegateForColumn(3, new NoWrapDelegate(d->pList));
+    d->pList->setContextMenuPolicy(Qt::CustomContextMenu);
+    LXUIKIT_SAFE_CONNECT(d->pList.data(), &QTableView::clicked, this, &CLogViewerWnd::onListViewItemClicked);
+    LXUIKIT_SAFE_CONNECT(d->pList.data(), &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
+        QMenu menu(this);
+        menu.addAction(QStringLiteral("日志统计信息"), this, &CLogViewerWnd::showStatistics);
+        menu.exec(d->pList->viewport()->mapToGlobal(pos));
+    });
+
+    d->pDetail = new QPlainTextEdit(page);
+    d->pDetail->setReadOnly(true);
+    pageLayout->addWidget(d->pList, 7);
+    pageLayout->addWidget(d->pDetail, 2);
+
+    d->pStatus = new QLabel(page);
+    d->pStatus->setTextFormat(Qt::RichText);
+    pageLayout->addWidget(d->pStatus);
+
+    d->pTabs->addTab(page, QStringLiteral("标准输出"));
+    LXUIKIT_SAFE_CONNECT(d->pTabs.data(), &QTabWidget::currentChanged, this, &CLogViewerWnd::OnTabOpened);
+    RefreshStatus();
+}
+
+void CLogViewerWnd::OnTabOpened(int index) {
+    QWidget* holder = d->pTabs ? d->pTabs->widget(index) : nullptr;
+    auto it = d->hashPendingTabs.find(holder);
+    if (!holder || it == d->hashPendingTabs.end())
+        return;
+    const core::CSafeFunction<QWidget*()> factory = it.value();
+    d->hashPendingTabs.erase(it);
+    QWidget* content = factory.IsCallable() ? factory() : nullptr;
+    if (!content) {
+        LXUIKIT_LOG_WARN("developer tools tab {} has no page: its factory is gone or made nothing",
+                         d->pTabs->tabText(index));
+        return;
+    }
+    holder->layout()->addWidget(content);
+}
+
+void CLogViewerWnd::AddUserTab(const QString& title, core::CSafeFunction<QWidget*()> factory) {
+    if (!d->pTabs)
+        return;
+    // The page is made when the tab is first opened: a tool tab costs nothing until it is used.
+    auto* holder = new QWidget;
+    auto* layout = new QVBoxLayout(holder);
+    layout->setContentsMargins(0, 0, 0, 0);
+    d->hashPendingTabs[holder] = std::move(factory);
+    const int index = d->pTabs->addTab(holder, title);
+    if (d->pTabs->currentIndex() == index)
+        OnTabOpened(index);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Records
+
+void CLogViewerWnd::addMessage(const FrameWork::LogContext& context) {
+    if (!g_stdOutUIIsVisible.load(std::memory_order_relaxed))
+        return;
+    int type = context.i32Level & LxLogType_All;
+    if (context.strText.size() > kMaxMessageLength && !(type & LxLogType_Protocol))
+        FrameWork::_FW_OnAssertFailed(FrameWork::kAssertWarning, "LxUIKit", __FILE__, __LINE__,
+                                      "message.size() <= 10240");
+    if (context.strModule == "#Qt#")
+        type |= LxLogType_Qt;
+
+    const bool bMain = OnMainThread();
+    if (bMain && s_bAdding)
+        return;  // logged while a line is being added: dropped, the line in progress comes first
+    ItemData item;
+    // A huge text is cut here already so the queue never holds it whole; one character more than
+    // the limit is kept so that the line is still marked as cut when it is added.
+    item.strMessage =
+        context.strText.size() > kMaxMessageLength + 1 ? context.strText.left(kMaxMessageLength + 1) : context.strText;
+    item.strLocation = LocationOf(context);
+    item.eType = LxLogType(type);
+
+    if (bMain) {
+        CLogViewerWnd* wnd = Singleton();
+        if (!wnd)
+            return;
+        wnd->FlashPendingMessage();  // worker lines written before this one go first
+        wnd->addMessageInMain(item.strMessage, item.strLocation, item.eType);
+        return;
+    }
+    PendingQueue& q = Queue();
+    QMutexLocker lock(&q.mutex);
+    if (q.vecPending.capacity() == 0)
+        q.vecPending.reserve(2 * (SAVE_INFO_SIZE + kDropBlock));
+    q.vecPending.append(std::move(item));
+    // Lines with a store's worth of newer lines behind them can never be kept: drop them here,
+    // in large steps, so a flood between two drains cannot grow the queue without bound.
+    const int keep = SAVE_INFO_SIZE + kDropBlock;
+    if (q.vecPending.size() >= 2 * keep) {
+        const int drop = q.vecPending.size() - keep;
+        q.vecPending.erase(q.vecPending.begin(), q.vecPending.begin() + drop);
+        q.i64Skipped += drop;
+    }
+    g_i32PendingCount.store(q.vecPending.size(), std::memory_order_relaxed);
+}
+
+void CLogViewerWnd::FlashPendingMessage() {
+    if (s_bAdding || g_i32PendingCount.load(std::memory_order_relaxed) == 0)
+        return;
+    QVector<ItemData>& batch = Queue().vecDrainBuffer;
+    batch.clear();
+    qint64 skipped = 0;
+    {
+        QMutexLocker lock(&Queue().mutex);
+        batch.swap(Queue().vecPending);
+        skipped = Queue().i64Skipped;
+        Queue().i64Skipped = 0;
+        g_i32PendingCount.store(0, std::memory_order_relaxed);
+    }
+    if (batch.isEmpty() && skipped == 0)
+        return;
+    s_bAdding = true;
+    // The lines that would be dropped before the drain ends are never built: only the sequence
+    // numbers move on. What remains is exactly what adding every record one by one would keep.
+    const int finalSize =
+        devtools::log::detail::StoreSizeAfter(d->vecStore.size(), skipped + batch.size(), SAVE_INFO_SIZE);
+    const int fromBatch = qMin(batch.size(), finalSize);
+    const int fromStore = finalSize - fromBatch;
+    if (d->vecStore.size() > fromStore)
+        DropOldest(d->vecStore.size() - fromStore);
+    d->i32NextSeq += int(skipped) + (batch.size() - fromBatch);
+    const QDateTime now = QDateTime::currentDateTime();
+    for (int i = batch.size() - fromBatch; i < batch.size(); ++i)
+        AddLine(std::move(batch[i]), now, true);
+    batch.clear();
+    s_bAdding = false;
+    if (d->pModel && isVisible())
+        d->pModel->Update(0);
+    RefreshStatus();
+    ScheduleAutoScroll();
+}
+
+void CLogViewerWnd::addMessageInMain(const QString& message, const QString& location, LxLogType type) {
+    if (s_bAdding)
+        return;
+    LXUIKIT_ASSERT_MAIN_THREAD();
+    s_bAdding = true;
+    ItemData item;
+    item.strMessage = message;
+    item.strLocation = location;
+    item.eType = type;
+    AddLine(std::move(item), QDateTime::currentDateTime(), false);
+    // The store never holds more than its cap: a line past it drops the oldest block.
+    if (d->vecStore.size() > SAVE_INFO_SIZE)
+        DropOldest(kDropBlock);
+    s_bAdding = false;
+    RefreshStatus();
+    ScheduleAutoScroll();
+}
+
+void CLogViewerWnd::AddLine(ItemData&& item, const QDateTime& now, bool bBulk) {
+    if (item.strMessage.size() > kMaxMessageLength) {
+        item.strMessage.truncate(kMaxMessageLength);
+        item.strMessage += QLatin1String("...");
+    }
+    item.i32Seq = d->i32NextSeq++;
+    item.time = now;
+    item.bShown = false;
+    d->i64TextLength += item.strMessage.size();
+    d->vecStore.append(std::move(item));
+    ItemData& added = d->vecStore.last();
+    if (isVisible() && d->pList && (added.eType & d->i32FilterMask) &&
+        (d->strFilterText.isEmpty() || IsTextMatchFilter(added))) {
+        added.bShown = true;
+        d->pModel->OnLineShown();
+        if (!bBulk)
+            d->pModel->Update(0);
+    }
+}
+
+void CLogViewerWnd::DropOldest(int i32Count) {
+    i32Count = qMin(i32Count, d->vecStore.size());
+    if (i32Count <= 0)
+        return;
+    d->pModel->OnOldestLinesDropping(i32Count);
+    for (int i = 0; i < i32Count; ++i)
+        d->i64TextLength -= d->vecStore[i].strMessage.size();
+    d->vecStore.erase(d->vecStore.begin(), d->vecStore.begin() + i32Count);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Filters
+
+bool CLogViewerWnd::IsTextMatchFilter(const ItemData& item) {
+    const QString text = FilterText();
+    if (d->pRegExp && d->pRegExp->isChecked()) {
+        if (d->strRegExpPattern != text || d->regExp.pattern() != text) {
+            d->strRegExpPattern = text;
+            d->regExp.setPattern(text);
+        }
+        if (!d->regExp.isValid())
+            return false;
+        // A match at the very first character of a field does not count.
+        return d->regExp.indexIn(item.strMessage) > 0 || d->regExp.indexIn(item.strLocation) > 0;
+    }
+    return item.strMessage.contains(text, Qt::CaseInsensitive) || item.strLocation.contains(text, Qt::CaseInsensitive);
+}
+
+void CLogViewerWnd::UpdateAllFilterFlags() {
+    if (d->m_filterComboBox)
+        d->strFilterText = d->m_filterComboBox->currentText();
+    int mask = 0;
+    for (const auto& tb : qAsConst(d->vecTypeChecks))
+        if (tb.second && tb.second->isChecked())
+            mask |= tb.first;
+    d->i32FilterMask = mask;
+    const QString text = FilterText();
+    const bool bRegExp = d->pRegExp && d->pRegExp->isChecked();
+    if (bRegExp) {
+        d->strRegExpPattern = text;
+        d->regExp.setPattern(text);
+    }
+    if (d->m_filterComboBox) {
+        const bool bBroken = bRegExp && !d->regExp.isValid();
+        d->m_filterComboBox->setStyleSheet(
+            QStringLiteral("QComboBox QAbstractItemView::item {   height: 25px;}") +
+            (bBroken ? QStringLiteral(" QComboBox { border: 1px solid #CF0000; }") : QString()));
+        d->m_filterComboBox->setToolTip(bBroken ? d->regExp.errorString() : QString());
+    }
+    const bool bCollect = isVisible();
+    for (ItemData& item : d->vecStore)
+        item.bShown = bCollect && (item.eType & mask) && (text.isEmpty() || IsTextMatchFilter(item));
+    d->pModel->Restart();
+    d->pModel->Update(0);
+    if (d->pList)
+        d->pList->scrollToBottom();
+    RefreshStatus();
+    SaveConfigToCache();
+}
+
+void CLogViewerWnd::UpdateSelectAllCheckBoxState() {
+    bool all = true;
+    for (const auto& tb : qAsConst(d->vecTypeChecks))
+        all = all && tb.second && tb.second->isChecked();
+    if (d->pSelectAll)
+        d->pSelectAll->setChecked(all);
+}
+
+void CLogViewerWnd::OnFilterEditTextChanged(const QString&) { UpdateAllFilterFlags(); }
+
+void CLogViewerWnd::onClearButtonClicked() {
+    d->vecStore.clear();
+    d->i64TextLength = 0;
+    d->pModel->Restart();
+    if (d->pDetail)
+        d->pDetail->clear();
+    RefreshStatus();
+}
+
+void CLogViewerWnd::onListViewItemClicked(const QModelIndex& index) {
+    const int line = d->pModel->LineOfRow(index.row());
+    if (line < 0 || line >= d->vecStore.size() || !d->pDetail)
+        return;
+    const ItemData& item = d->vecStore[line];
+    d->pDetail->setPlainText(item.strMessage + QStringLiteral("\n\n") + item.strLocation);
+}
+
+void CLogViewerWnd::onCommonFilterButtonClicked() {
+    CLogFilterDialog dlg(this);
+    LXUIKIT_SAFE_CONNECT(&dlg, &CLogFilterDialog::itemSelected, this, [this, &dlg](const QString& text) {
+        if (d->m_filterComboBox)
+            d->m_filterComboBox->setEditText(text);
+        dlg.accept();
+    });
+    lx_devtools::LModalBypassHelper::Attach(&dlg);
+    dlg.exec();
+}
+
+void CLogViewerWnd::showStatistics() {
+    auto* dlg = new CLogStatisticsDialog(this);
+    dlg->setAttribute(Qt::WA_DeleteOnClose);
+    dlg->SetData(FrameWork::GetLogStatistics());
+    dlg->show();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Status, scrolling, settings
+
+void CLogViewerWnd::RefreshStatus() {
+    if (!d->pStatus)
+        return;
+    QString regExp;
+    if (d->pRegExp && d->pRegExp->isChecked()) {
+        regExp = FilterText();
+        if (!regExp.isEmpty() && !QRegExp(regExp).isValid())
+            regExp += QStringLiteral(" (无效)");
+        regExp = regExp.toHtmlEscaped();
+    }
+    const std::string text = lx_log_detail::Format(
+        "<html><head/><body><p>合计: <span style=\" color:#ff0000;\">{}</span> 条,&nbsp;&nbsp;&nbsp;&nbsp;已加载:<span "
+        "style=\" color:#ff0000;\">{}</span> 条 内容长度:{}  数据大小:{}KB<span style=\" "
+        "color:#ff0000;\">；正则表达式:{}</span></p></body></html>",
+        d->vecStore.size(), d->pModel->rowCount(), d->i64TextLength, d->i64TextLength * 2 / 1024, regExp);
+    d->pStatus->setText(QString::fromStdString(text));
+}
+
+void CLogViewerWnd::ScheduleAutoScroll() {
+    if (!d->pAutoScroll || !d->pAutoScroll->isChecked() || !isVisible())
+        return;
+    if (QGuiApplication::mouseButtons() & Qt::LeftButton)
+        return;  // the user may be dragging the scroll bar
+    if (s_bScrollPending || QCoreApplication::closingDown())
+        return;
+    s_bScrollPending = true;
+    QPointer<CLogViewerWnd> self(this);
+    core::post::ToMainDelay(
+        [self] {
+            s_bScrollPending = false;
+            if (!self || QCoreApplication::closingDown() || !self->d->pList)
+                return;
+            self->d->pModel->JumpToNewest();
+            self->d->pModel->Update(0);
+            self->d->pList->scrollToBottom();
+            self->RefreshStatus();
+        },
+        kScrollDelayMs);
+}
+
+bool CLogViewerWnd::ReadConfigFromCache() {
+    core::CIniWrapper ini = CommonSettings();
+    const int mask = ini.GetInt(kSection, QStringLiteral("StdOutFilter"), LxLogType_All);
+    d->i32FilterMask = mask & LxLogType_All;
+    for (auto& tb : d->vecTypeChecks)
+        if (tb.second)
+            tb.second->setChecked(d->i32FilterMask & tb.first);
+    UpdateSelectAllCheckBoxState();
+    if (d->m_filterComboBox) {
+        const QSignalBlocker block(d->m_filterComboBox.data());
+        d->strFilterText = ini.GetString(kSection, QStringLiteral("StdOutFilterString"));
+        d->m_filterComboBox->setEditText(d->strFilterText);
+    }
+
+    const QStringList geometry = ini.GetString(kSection, QStringLiteral("Geometry")).split(QLatin1Char('-'));
+    if (geometry.size() != 4)
+        return false;
+    bool ok[4] = {};
+    const QRect rect(geometry[0].toInt(&ok[0]), geometry[1].toInt(&ok[1]), geometry[2].toInt(&ok[2]),
+                     geometry[3].toInt(&ok[3]));
+    if (!(ok[0] && ok[1] && ok[2] && ok[3]) || rect.width() <= 0 || rect.height() <= 0)
+        return false;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const int screenIndex = ini.GetInt(kSection, QStringLiteral("ScreenIndex"), 0);
+    QScreen* screen =
+        screenIndex >= 0 && screenIndex < screens.size() ? screens[screenIndex] : QGuiApplication::primaryScreen();
+    QRect placed = rect;
+    if (screen && !screen->availableGeometry().intersects(rect)) {
+        // The saved spot is off the screen now (a screen went away): keep the size, centre it.
+        placed.moveCenter(screen->availableGeometry().center());
+    }
+    resize(placed.size());
+    move(placed.topLeft());
+    return true;
+}
+
+void CLogViewerWnd::SaveConfigToCache() {
+    core::CIniWrapper ini = CommonSettings();
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const int screenIndex = screen() ? screens.indexOf(screen()) : 0;
+    ini.SetValue(kSection, QStringLiteral("ScreenIndex"), qMax(0, screenIndex));
+    const QRect g = geometry();
+    ini.SetValue(kSection, QStringLiteral("Geometry"),
+                 QStringLiteral("%1-%2-%3-%4").arg(g.x()).arg(g.y()).arg(g.width()).arg(g.height()));
+    ini.SetValue(kSection, QStringLiteral("StdOutFilter"), d->i32FilterMask);
+    ini.SetValue(kSection, QStringLiteral("StdOutFilterString"), FilterText());
+}
+
+void CLogViewerWnd::ApplyTheme() {
+    // Plain Qt controls: the theme reaches them through the palette (the line colours stay fixed).
+    lx_ui_res::Provider* res = lx_ui_res::Provider::instance();
+    const QColor bg = res->color(QStringLiteral("ct_bg_primary"));
+    const QColor alt = res->color(QStringLiteral("ct_bg_secondary"));
+    const QColor text = res->color(QStringLiteral("ct_text_h1"));
+    const QColor hover = res->color(QStringLiteral("ct_bg_hover"));
+    if (!bg.isValid() || !text.isValid())
+        return;
+    QPalette pal = palette();
+    for (QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Button})
+        pal.setColor(role, role == QPalette::Window ? bg : alt.isValid() ? alt : bg);
+    pal.setColor(QPalette::AlternateBase, hover.isValid() ? hover : bg);
+    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        pal.setColor(role, text);
+    setPalette(pal);
+    setAutoFillBackground(true);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Showing
+
+void CLogViewerWnd::show() {
+    if (!devtools::IsAvailable())
+        return;
+    if (d->bToolAvailable) {
+        QWidget::show();
+        return;
+    }
+    core::app_setting::SetBool(kAutoOpenKey, false);
+    gui::ShowSimpleToast(QStringLiteral("该工具仅在内网可用！更多信息请联系平台。"), TriBool::Neutral, 5000);
+    close();
+}
+
+void CLogViewerWnd::setToolAvailable(bool bAvailable) { d->bToolAvailable = bAvailable; }
+bool CLogViewerWnd::isToolAvailable() const { return d->bToolAvailable; }
+
+void CLogViewerWnd::showUiDemo() {
+    QLibrary lib;
+    QString error;
+    bool loaded = false;
+    const QStringList candidates = devtools::log::detail::UiDemoCandidates();
+    for (const QString& candidate : candidates) {
+        lib.setFileName(candidate);
+        if (lib.load()) {
+            loaded = true;
+            break;
+        }
+        error = lib.errorString();
+    }
+    if (!loaded) {
+        LXUIKIT_LOG_ERROR("LxStdUiDemo load failed");
+        LXUIKIT_LOG_DEBUG("LxStdUiDemo loader said: {}", error);
+        return;
+    }
+    using ShowMainWnd = void (*)();
+    auto fn = reinterpret_cast<ShowMainWnd>(lib.resolve("showMainWnd"));
+    if (!fn) {
+        LXUIKIT_LOG_ERROR("LxStdUiDemo showMainWnd resolve failed: {}", lib.errorString());
+        return;
+    }
+    fn();  // the library stays loaded: its window lives on
+}
+
+void CLogViewerWnd::showEvent(QShowEvent* e) {
+    QWidget::showEvent(e);
+    if (s_pCLogViewerWnd == this)
+        g_stdOutUIIsVisible = true;
+    UpdateAllFilterFlags();
+}
+
+void CLogViewerWnd::hideEvent(QHideEvent* e) {
+    QWidget::hideEvent(e);
+    if (s_pCLogViewerWnd == this)
+        g_stdOutUIIsVisible = false;
+    SaveConfigToCache();
+}
+
+void CLogViewerWnd::closeEvent(QCloseEvent* e) {
+    SaveConfigToCache();
+    QWidget::closeEvent(e);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Read access
+
+const QVector<CLogViewerWnd::ItemData>& CLogViewerWnd::Lines() const { return d->vecStore; }
+int CLogViewerWnd::FilterMask() const { return d->i32FilterMask; }
+QString CLogViewerWnd::FilterText() const { return d->strFilterText; }
+QString CLogViewerWnd::StatusText() const { return d->pStatus ? d->pStatus->text() : QString(); }
+QString CLogViewerWnd::DetailText() const { return d->pDetail ? d->pDetail->toPlainText() : QString(); }
