@@ -13,6 +13,8 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoRichTextPage},
         {QStringLiteral("webimages"), QT_TRANSLATE_NOOP("GalleryPages", "Web images"), &CreateWebImagesPage,
          &DemoWebImagesPage},
+        {QStringLiteral("diagnostics"), QT_TRANSLATE_NOOP("GalleryPages", "Diagnostics"), &CreateDiagnosticsPage,
+         &DemoDiagnosticsPage},
     };
     return s_pages;
 }

@@ -28,3 +28,5 @@ QWidget* CreateRichTextPage(QWidget* parent);
 void DemoRichTextPage(QWidget* page);
 QWidget* CreateWebImagesPage(QWidget* parent);
 void DemoWebImagesPage(QWidget* page);
+QWidget* CreateDiagnosticsPage(QWidget* parent);
+void DemoDiagnosticsPage(QWidget* page);

@@ -89,6 +89,73 @@
     </message>
 </context>
 <context>
+    <name>DiagnosticsPage</name>
+    <message>
+        <source>Full story</source>
+        <translation>Full story</translation>
+    </message>
+    <message>
+        <source>Related quotes</source>
+        <translation>Related quotes</translation>
+    </message>
+    <message>
+        <source>Comment %1</source>
+        <translation>Comment %1</translation>
+    </message>
+    <message>
+        <source>Diagnostics</source>
+        <translation>Diagnostics</translation>
+    </message>
+    <message>
+        <source>Price ticker</source>
+        <translation>Price ticker</translation>
+    </message>
+    <message>
+        <source>FPS: measuring…</source>
+        <translation>FPS: measuring…</translation>
+    </message>
+    <message>
+        <source>FPS: %1 now, %2 average, %3 peak</source>
+        <translation>FPS: %1 now, %2 average, %3 peak</translation>
+    </message>
+    <message>
+        <source>Open FPS monitor</source>
+        <translation>Open FPS monitor</translation>
+    </message>
+    <message>
+        <source>Card</source>
+        <translation>Card</translation>
+    </message>
+    <message>
+        <source>Average ms</source>
+        <translation>Average ms</translation>
+    </message>
+    <message>
+        <source>Widgets made</source>
+        <translation>Widgets made</translation>
+    </message>
+    <message>
+        <source>Widgets visible</source>
+        <translation>Widgets visible</translation>
+    </message>
+    <message>
+        <source>Open timing window</source>
+        <translation>Open timing window</translation>
+    </message>
+    <message>
+        <source>Cards</source>
+        <translation>Cards</translation>
+    </message>
+    <message>
+        <source>Unit tests</source>
+        <translation>Unit tests</translation>
+    </message>
+    <message>
+        <source>Objects</source>
+        <translation>Objects</translation>
+    </message>
+</context>
+<context>
     <name>GalleryPages</name>
     <message>
         <source>Toasts</source>
@@ -109,6 +176,10 @@
     <message>
         <source>Web images</source>
         <translation>Web images</translation>
+    </message>
+    <message>
+        <source>Diagnostics</source>
+        <translation>Diagnostics</translation>
     </message>
 </context>
 <context>

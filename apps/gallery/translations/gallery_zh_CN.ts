@@ -89,6 +89,73 @@
     </message>
 </context>
 <context>
+    <name>DiagnosticsPage</name>
+    <message>
+        <source>Full story</source>
+        <translation>全文</translation>
+    </message>
+    <message>
+        <source>Related quotes</source>
+        <translation>相关行情</translation>
+    </message>
+    <message>
+        <source>Comment %1</source>
+        <translation>评论 %1</translation>
+    </message>
+    <message>
+        <source>Diagnostics</source>
+        <translation>诊断</translation>
+    </message>
+    <message>
+        <source>Price ticker</source>
+        <translation>价格走势</translation>
+    </message>
+    <message>
+        <source>FPS: measuring…</source>
+        <translation>FPS：测量中…</translation>
+    </message>
+    <message>
+        <source>FPS: %1 now, %2 average, %3 peak</source>
+        <translation>FPS：当前 %1，平均 %2，峰值 %3</translation>
+    </message>
+    <message>
+        <source>Open FPS monitor</source>
+        <translation>打开 FPS 监控</translation>
+    </message>
+    <message>
+        <source>Card</source>
+        <translation>卡片</translation>
+    </message>
+    <message>
+        <source>Average ms</source>
+        <translation>平均耗时（ms）</translation>
+    </message>
+    <message>
+        <source>Widgets made</source>
+        <translation>创建控件数</translation>
+    </message>
+    <message>
+        <source>Widgets visible</source>
+        <translation>可见控件数</translation>
+    </message>
+    <message>
+        <source>Open timing window</source>
+        <translation>打开耗时窗口</translation>
+    </message>
+    <message>
+        <source>Cards</source>
+        <translation>卡片</translation>
+    </message>
+    <message>
+        <source>Unit tests</source>
+        <translation>单元测试</translation>
+    </message>
+    <message>
+        <source>Objects</source>
+        <translation>对象</translation>
+    </message>
+</context>
+<context>
     <name>GalleryPages</name>
     <message>
         <source>Toasts</source>
@@ -109,6 +176,10 @@
     <message>
         <source>Web images</source>
         <translation>网络图片</translation>
+    </message>
+    <message>
+        <source>Diagnostics</source>
+        <translation>诊断</translation>
     </message>
 </context>
 <context>
