@@ -112,7 +112,7 @@ public:
     QPointer<QLabel> pHoverScale;
     int i32HoverIndex = -1;
     bool bDragging = false;
-    double dDragStartX = 0;
+    QPoint dragLast;
 
     void ApplyTheme();
     void UpdateLegend();
@@ -128,8 +128,9 @@ public:
 
 void ChartView::mouseMoveEvent(QMouseEvent* e) {
     if (m_d->bDragging) {
-        const double x = m_d->ValueAt(e->pos());
-        const double delta = m_d->dDragStartX - x;
+        // Both ends read on the current axis, before the range moves under the pointer.
+        const double delta = m_d->ValueAt(m_d->dragLast) - m_d->ValueAt(e->pos());
+        m_d->dragLast = e->pos();
         if (delta != 0) {
             m_d->dPanX = std::min(0.0, m_d->dPanX + delta);
             m_d->ApplyHorizontalRange();
@@ -161,7 +162,7 @@ void ChartView::wheelEvent(QWheelEvent* e) {
 void ChartView::mousePressEvent(QMouseEvent* e) {
     if (e->button() == Qt::LeftButton) {
         m_d->bDragging = true;
-        m_d->dDragStartX = m_d->ValueAt(e->pos());
+        m_d->dragLast = e->pos();
     }
     if (m_d->pCallBack)
         m_d->pCallBack->OnMousePress(m_d->q, e);
