@@ -33,9 +33,19 @@ struct Running {
     bool bWriteFailed = false;
     qint64 i64MaxBodyBytes = 0;
     bool bTooLarge = false;
+    qint64 i64Sent = 0;      // newest upload progress
+    qint64 i64Received = 0;  // newest download progress
 };
 
 std::atomic<uint64_t> g_nextId{1};
+std::atomic<uint64_t> g_u64Requests{0};
+std::atomic<uint64_t> g_u64BytesSent{0};
+std::atomic<uint64_t> g_u64BytesReceived{0};
+
+void AddTraffic(const Running& run) {
+    g_u64BytesSent += uint64_t(qMax<qint64>(0, run.i64Sent));
+    g_u64BytesReceived += uint64_t(qMax<qint64>(0, run.i64Received));
+}
 // GUI thread only. Made on first use, so loading the library runs no constructor.
 std::map<RequestId, std::shared_ptr<Running>>& RunningRequests() {
     static std::map<RequestId, std::shared_ptr<Running>> s_mapRunning;
@@ -88,6 +98,7 @@ void Finish(RequestId id) {
     if (!reply)
         return;
     reply->deleteLater();
+    AddTraffic(*run);
 
     Response resp;
     resp.i32NetworkError = int(reply->error());
@@ -200,6 +211,7 @@ void StartOnMain(RequestId id, const Request& req, DoneCallback onDone, Progress
         if (it == RunningRequests().end())
             return;
         const std::shared_ptr<Running> run = it->second;
+        run->i64Received = rec;
         if (run->i64MaxBodyBytes > 0 && (rec > run->i64MaxBodyBytes || total > run->i64MaxBodyBytes)) {
             if (!run->bTooLarge && run->pReply) {
                 run->bTooLarge = true;
@@ -209,6 +221,11 @@ void StartOnMain(RequestId id, const Request& req, DoneCallback onDone, Progress
         }
         if (run->onProgress)
             run->onProgress(rec, total);
+    });
+    QObject::connect(reply, &QNetworkReply::uploadProgress, reply, [id](qint64 sent, qint64) {
+        auto it = RunningRequests().find(id);
+        if (it != RunningRequests().end())
+            it->second->i64Sent = sent;
     });
     QObject::connect(reply, &QNetworkReply::finished, reply, [id] { Finish(id); });
 }
@@ -221,6 +238,7 @@ bool OnMainThread() {
 
 RequestId Start(const Request& request, DoneCallback onDone, ProgressCallback onProgress) {
     const RequestId id = g_nextId++;
+    ++g_u64Requests;
     if (OnMainThread()) {
         StartOnMain(id, request, std::move(onDone), std::move(onProgress));
     } else {
@@ -238,6 +256,7 @@ bool Cancel(RequestId id) {
         return false;
     std::shared_ptr<Running> run = it->second;
     RunningRequests().erase(it);
+    AddTraffic(*run);
     if (run->pPartFile) {
         run->pPartFile->close();
         QFile::remove(run->pPartFile->fileName());
@@ -251,6 +270,10 @@ bool Cancel(RequestId id) {
 }
 
 int RunningCount() { return int(RunningRequests().size()); }
+
+uint64_t TotalRequestCount() { return g_u64Requests.load(); }
+uint64_t TotalBytesSent() { return g_u64BytesSent.load(); }
+uint64_t TotalBytesReceived() { return g_u64BytesReceived.load(); }
 
 }  // namespace http
 }  // namespace network

@@ -66,6 +66,13 @@ LXCORE_EXPORT RequestId Start(const Request& request, DoneCallback onDone, Progr
 LXCORE_EXPORT bool Cancel(RequestId id);
 LXCORE_EXPORT int RunningCount();
 
+// Totals since process start, readable from any thread (the application listener charts them):
+// requests started, request body bytes sent and response body bytes received (headers excluded;
+// a cancelled request counts what it had moved so far).
+LXCORE_EXPORT uint64_t TotalRequestCount();
+LXCORE_EXPORT uint64_t TotalBytesSent();
+LXCORE_EXPORT uint64_t TotalBytesReceived();
+
 }  // namespace http
 }  // namespace network
 }  // namespace core

@@ -5,6 +5,10 @@
 
 #include <algorithm>
 
+std::atomic<uint64_t> _CMessageDispatch::s_u64Pushes{0};
+
+uint64_t _CMessageDispatch::TotalPushCount() { return s_u64Pushes.load(); }
+
 _CMessageDispatch* _CMessageDispatch::instance() {
     static _CMessageDispatch s;
     return &s;
@@ -28,6 +32,7 @@ void _CMessageDispatch::Unbind(uint64_t u64BindingId) {
 
 int _CMessageDispatch::Dispatch(int i32MsgId, const core::CProtoValue& params) {
     LXCORE_ASSERT_MAIN_THREAD();
+    ++s_u64Pushes;
     // Handlers may bind or unbind while we iterate, so work on a snapshot of the ids.
     std::vector<uint64_t> ids;
     for (const Binding& b : m_vecBindings)

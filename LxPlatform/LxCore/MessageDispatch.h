@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <vector>
@@ -27,6 +28,8 @@ public:
     int Dispatch(int i32MsgId, const core::CProtoValue& params = core::CProtoValue());
     void Post(int i32MsgId, const core::CProtoValue& params = core::CProtoValue());
     int BindingCount(int i32MsgId);
+    // Messages dispatched since process start (the pushes the host delivered), any thread.
+    static uint64_t TotalPushCount();
 
 private:
     struct Binding {
@@ -38,4 +41,5 @@ private:
     void Prune();
     std::vector<Binding> m_vecBindings;
     uint64_t m_u64NextId = 1;
+    static std::atomic<uint64_t> s_u64Pushes;
 };

@@ -1,7 +1,9 @@
 #pragma once
 // Umbrella header of the standard UI library.
 #include <LxStdUI/FontToken.h>
+#include <LxStdUI/ILLineChartCallBack.h>
 #include <LxStdUI/LDialog.h>
+#include <LxStdUI/LLineChart.h>
 #include <LxStdUI/LWidgetUtil.h>
 #include <LxStdUI/MultiLang.h>
 #include <LxStdUI/ResProvider.h>

@@ -1,5 +1,6 @@
 #pragma once
 // Umbrella header of the kit: everything a host needs.
+#include <LxBusiness/LxBusiness.h>
 #include <LxCore/LxCore.h>
 #include <LxStdUI/LxStdUI.h>
 #include <LxUIKit/DevTools/AutoTest/UIAutoTestManager.h>
@@ -9,6 +10,14 @@
 #include <LxUIKit/DevTools/Log/LogViewerWnd.h>
 #include <LxUIKit/DevTools/Log/LxLogViewer.h>
 #include <LxUIKit/DevTools/LxDevTools.h>
+#include <LxUIKit/DevTools/Performance/FpsFrameCounter.h>
+#include <LxUIKit/DevTools/Performance/FpsHelper.h>
+#include <LxUIKit/DevTools/Performance/FpsMonitorDialog.h>
+#include <LxUIKit/DevTools/Performance/IOStatisticsDialog.h>
+#include <LxUIKit/DevTools/Performance/LxCardCreatePerformanceHelper.h>
+#include <LxUIKit/DevTools/Performance/ObjectStatisticsDialog.h>
+#include <LxUIKit/DevTools/Performance/PerformanceMonitorWnd.h>
+#include <LxUIKit/DevTools/UnitTest/UnitTestWnd.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>
 #include <LxUIKit/LxGuiHelper.h>

@@ -15,6 +15,8 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoWebImagesPage},
         {QStringLiteral("devtools"), QT_TRANSLATE_NOOP("GalleryPages", "Developer tools"), &CreateDevToolsPage,
          &DemoDevToolsPage},
+        {QStringLiteral("diagnostics"), QT_TRANSLATE_NOOP("GalleryPages", "Diagnostics"), &CreateDiagnosticsPage,
+         &DemoDiagnosticsPage},
     };
     return s_pages;
 }

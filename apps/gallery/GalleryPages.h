@@ -30,3 +30,5 @@ QWidget* CreateWebImagesPage(QWidget* parent);
 void DemoWebImagesPage(QWidget* page);
 QWidget* CreateDevToolsPage(QWidget* parent);
 void DemoDevToolsPage(QWidget* page);
+QWidget* CreateDiagnosticsPage(QWidget* parent);
+void DemoDiagnosticsPage(QWidget* page);
