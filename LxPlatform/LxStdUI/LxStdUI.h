@@ -2,6 +2,9 @@
 // Umbrella header of the standard UI library.
 #include <LxStdUI/FontToken.h>
 #include <LxStdUI/LDialog.h>
+#include <LxStdUI/LFlowLayout.h>
+#include <LxStdUI/LStyleSheetStyleHelper.h>
+#include <LxStdUI/LTabBarBase.h>
 #include <LxStdUI/LWidgetUtil.h>
 #include <LxStdUI/MultiLang.h>
 #include <LxStdUI/ResProvider.h>

@@ -5,6 +5,10 @@
 #include <LxUIKit/DevTools/AutoTest/UIAutoTestManager.h>
 #include <LxUIKit/DevTools/Log/LxLogViewer.h>
 #include <LxUIKit/DevTools/LxDevTools.h>
+#include <LxUIKit/DevTools/Spy/LxSpyEntry.h>
+#include <LxUIKit/DevTools/Spy/LxUISpyComponent.h>
+#include <LxUIKit/DevTools/Spy/PseudoWidget.h>
+#include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>
 #include <LxUIKit/LxGuiHelper.h>
