@@ -13,6 +13,8 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoRichTextPage},
         {QStringLiteral("webimages"), QT_TRANSLATE_NOOP("GalleryPages", "Web images"), &CreateWebImagesPage,
          &DemoWebImagesPage},
+        {QStringLiteral("inspector"), QT_TRANSLATE_NOOP("GalleryPages", "Inspector"), &CreateInspectorPage,
+         &DemoInspectorPage},
     };
     return s_pages;
 }

@@ -239,7 +239,8 @@ bool CSpyToolWnd::OnHotKey(Qt::Key key, Qt::KeyboardModifiers modifiers) {
         m_pCopyReviewCheck->toggle();
         return true;
     }
-    return NotifyHotKey(key, modifiers, nullptr);
+    // The window itself is the sender: it must not be offered its own key again.
+    return NotifyHotKey(key, modifiers, this);
 }
 
 void CSpyToolWnd::InitSize() {
