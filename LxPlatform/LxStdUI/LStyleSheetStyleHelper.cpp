@@ -4,6 +4,7 @@
 
 #include <QtGui/private/qcssparser_p.h>
 #include <QApplication>
+#include <QMap>
 #include <QMetaObject>
 #include <QVariant>
 #include <QWidget>
@@ -158,25 +159,27 @@ QList<LStyleSheetStyleHelper::Rule> LStyleSheetStyleHelper::objectStyleRules(con
             continue;
         }
         sheet.origin = QCss::StyleSheetOrigin_Inline;
-        for (int i = 0; i < sheet.styleRules.size(); ++i)
-            sheet.styleRules[i].order = i;
         selector.styleSheets = {sheet};
-        // styleRulesForNode orders by specificity; list them in the sheet's own order instead.
+        // The parser indexes rules by name and splits rules with several selectors, keeping each
+        // rule's position in the sheet as its order; list them back in the sheet's own order, with
+        // the selectors of one rule that match joined again.
         const QVector<QCss::StyleRule> matched = selector.styleRulesForNode(node);
-        for (const QCss::StyleRule& rule : sheet.styleRules) {
-            bool applies = false;
-            for (const QCss::StyleRule& m : matched)
-                applies = applies || m.order == rule.order;
-            if (!applies)
-                continue;
-            QStringList sels;
-            for (const QCss::Selector& s : rule.selectors)
-                sels << SelectorText(s);
-            Rule out{src.strName, sels.join(QLatin1String(", ")), {}};
-            for (const QCss::Declaration& d : rule.declarations)
-                out.lstDeclarations << DeclarationText(d);
-            rules.append(out);
+        QMap<int, Rule> byOrder;
+        for (const QCss::StyleRule& m : matched) {
+            Rule& out = byOrder[m.order];
+            out.strSource = src.strName;
+            for (const QCss::Selector& sel : m.selectors) {
+                const QString text = SelectorText(sel);
+                if (!out.strSelector.split(QLatin1String(", ")).contains(text))
+                    out.strSelector += (out.strSelector.isEmpty() ? QString() : QStringLiteral(", ")) + text;
+            }
+            if (out.lstDeclarations.isEmpty()) {
+                for (const QCss::Declaration& d : m.declarations)
+                    out.lstDeclarations << DeclarationText(d);
+            }
         }
+        for (const Rule& r : byOrder)
+            rules.append(r);
     }
     return rules;
 }

@@ -135,6 +135,8 @@ void TestSpyViews::eventLog() {
     LxObjectEventView view(&host);
     QWidget target;
     target.setObjectName("target");
+    target.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&target));
     ILxUISpyComponent::NotifySelectedPseudoWidgetChanged(&target, nullptr);
     QCOMPARE(view.watched(), &target);
     view.filterEdit()->setText("Resize, Move");
