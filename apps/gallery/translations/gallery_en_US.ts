@@ -110,6 +110,10 @@
         <source>Web images</source>
         <translation>Web images</translation>
     </message>
+    <message>
+        <source>Inspector</source>
+        <translation>Inspector</translation>
+    </message>
 </context>
 <context>
     <name>GalleryWindow</name>
@@ -140,6 +144,73 @@
     <message>
         <source>Put the current page into its demonstration state</source>
         <translation>Put the current page into its demonstration state</translation>
+    </message>
+</context>
+<context>
+    <name>InspectorPage</name>
+    <message>
+        <source>Nested panels: pick the button, then turn the wheel in Figma mode (F2).</source>
+        <translation>Nested panels: pick the button, then turn the wheel in Figma mode (F2).</translation>
+    </message>
+    <message>
+        <source>Place order</source>
+        <translation>Place order</translation>
+    </message>
+    <message>
+        <source>Open the inspector (Ctrl+F10)</source>
+        <translation>Open the inspector (Ctrl+F10)</translation>
+    </message>
+    <message>
+        <source>Order menu</source>
+        <translation>Order menu</translation>
+    </message>
+    <message>
+        <source>Buy</source>
+        <translation>Buy</translation>
+    </message>
+    <message>
+        <source>Sell</source>
+        <translation>Sell</translation>
+    </message>
+    <message>
+        <source>Cancel all</source>
+        <translation>Cancel all</translation>
+    </message>
+    <message>
+        <source>Watchlist</source>
+        <translation>Watchlist</translation>
+    </message>
+    <message>
+        <source>Alerts</source>
+        <translation>Alerts</translation>
+    </message>
+    <message>
+        <source>News</source>
+        <translation>News</translation>
+    </message>
+    <message>
+        <source>Ticker</source>
+        <translation>Ticker</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>Last</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Change</translation>
+    </message>
+    <message>
+        <source>Portfolios</source>
+        <translation>Portfolios</translation>
+    </message>
+    <message>
+        <source>Growth</source>
+        <translation>Growth</translation>
+    </message>
+    <message>
+        <source>Income</source>
+        <translation>Income</translation>
     </message>
 </context>
 <context>

@@ -110,6 +110,10 @@
         <source>Web images</source>
         <translation>网络图片</translation>
     </message>
+    <message>
+        <source>Inspector</source>
+        <translation>检查器</translation>
+    </message>
 </context>
 <context>
     <name>GalleryWindow</name>
@@ -140,6 +144,73 @@
     <message>
         <source>Put the current page into its demonstration state</source>
         <translation>让当前页面进入演示状态</translation>
+    </message>
+</context>
+<context>
+    <name>InspectorPage</name>
+    <message>
+        <source>Nested panels: pick the button, then turn the wheel in Figma mode (F2).</source>
+        <translation>嵌套面板：选中按钮后，在 Figma 模式（F2）下滚动滚轮。</translation>
+    </message>
+    <message>
+        <source>Place order</source>
+        <translation>下单</translation>
+    </message>
+    <message>
+        <source>Open the inspector (Ctrl+F10)</source>
+        <translation>打开检查器（Ctrl+F10）</translation>
+    </message>
+    <message>
+        <source>Order menu</source>
+        <translation>委托菜单</translation>
+    </message>
+    <message>
+        <source>Buy</source>
+        <translation>买入</translation>
+    </message>
+    <message>
+        <source>Sell</source>
+        <translation>卖出</translation>
+    </message>
+    <message>
+        <source>Cancel all</source>
+        <translation>全部撤单</translation>
+    </message>
+    <message>
+        <source>Watchlist</source>
+        <translation>自选</translation>
+    </message>
+    <message>
+        <source>Alerts</source>
+        <translation>提醒</translation>
+    </message>
+    <message>
+        <source>News</source>
+        <translation>资讯</translation>
+    </message>
+    <message>
+        <source>Ticker</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>最新价</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>涨跌幅</translation>
+    </message>
+    <message>
+        <source>Portfolios</source>
+        <translation>组合</translation>
+    </message>
+    <message>
+        <source>Growth</source>
+        <translation>成长</translation>
+    </message>
+    <message>
+        <source>Income</source>
+        <translation>收益</translation>
     </message>
 </context>
 <context>
