@@ -91,9 +91,9 @@ QWidget* CreateInspectorPage(QWidget* parent) {
     for (int r = 0; r < 6; ++r) {
         table->setItem(r, 0, new QTableWidgetItem(QLatin1String(tickers[r])));
         table->setItem(r, 1, new QTableWidgetItem(QString::number(12.5 + r * 3.25, 'f', 2)));
-        table->setItem(
-            r, 2,
-            new QTableWidgetItem(QStringLiteral("%1%").arg(r % 2 ? "+" : "-") + QString::number(r * 0.7, 'f', 1)));
+        table->setItem(r, 2,
+                       new QTableWidgetItem(QLatin1String(r % 2 ? "+" : "-") + QString::number(r * 0.7, 'f', 1) +
+                                            QLatin1Char('%')));
     }
     table->horizontalHeader()->setStretchLastSection(true);
     grid->addWidget(table, 3, 0);

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QHash>
 #include <QHeaderView>
 #include <QLayout>
 #include <QListView>
@@ -219,11 +220,26 @@ const std::array<const char*, 3>& IgnoredClasses() {
 }
 
 bool IsIgnored(QObject* o) {
-    for (const char* name : IgnoredClasses()) {
-        if (o->qt_metacast(name))
-            return true;
+    // The answer depends on the class only: remember it per meta-object, so the hot path is one
+    // pointer comparison for the common case of the same class as last time.
+    static const QMetaObject* s_lastMeta = nullptr;
+    static bool s_lastIgnored = false;
+    static QHash<const QMetaObject*, bool> s_known;
+    const QMetaObject* mo = o->metaObject();
+    if (mo == s_lastMeta)
+        return s_lastIgnored;
+    auto it = s_known.constFind(mo);
+    bool ignored = false;
+    if (it != s_known.constEnd()) {
+        ignored = it.value();
+    } else {
+        for (const char* name : IgnoredClasses())
+            ignored = ignored || o->qt_metacast(name) != nullptr;
+        s_known.insert(mo, ignored);
     }
-    return false;
+    s_lastMeta = mo;
+    s_lastIgnored = ignored;
+    return ignored;
 }
 
 PseudoWidgetProperties MakeProps(std::initializer_list<std::pair<QString, QVariant>> items) {
