@@ -66,7 +66,6 @@ QWidget* CreateInspectorPage(QWidget* parent) {
 
     auto* tabs = new LTabBarBase(page);
     tabs->setObjectName(QStringLiteral("InspectorTabs"));
-    tabs->setTabsClosable(true);
     for (const auto& t : {std::make_pair(Texts::tr("Watchlist"), QStringLiteral("tab.watch")),
                           std::make_pair(Texts::tr("Alerts"), QStringLiteral("tab.alerts")),
                           std::make_pair(Texts::tr("News"), QStringLiteral("tab.news"))}) {
@@ -80,8 +79,8 @@ QWidget* CreateInspectorPage(QWidget* parent) {
     grid->addWidget(NestedPanels(page), 2, 0);
     auto* list = new QListWidget(page);
     list->setObjectName(QStringLiteral("InspectorList"));
-    list->addItems({QStringLiteral("Northwind Tools"), QStringLiteral("Bluepeak Energy"),
-                    QStringLiteral("Orchard Robotics"), QStringLiteral("Kestrel Labs")});
+    list->addItems({Texts::tr("Northwind Tools"), Texts::tr("Bluepeak Energy"), Texts::tr("Orchard Robotics"),
+                    Texts::tr("Kestrel Labs")});
     grid->addWidget(list, 2, 1);
 
     auto* table = new QTableWidget(6, 3, page);

@@ -212,6 +212,22 @@
         <source>Income</source>
         <translation>Income</translation>
     </message>
+    <message>
+        <source>Northwind Tools</source>
+        <translation>Northwind Tools</translation>
+    </message>
+    <message>
+        <source>Bluepeak Energy</source>
+        <translation>Bluepeak Energy</translation>
+    </message>
+    <message>
+        <source>Orchard Robotics</source>
+        <translation>Orchard Robotics</translation>
+    </message>
+    <message>
+        <source>Kestrel Labs</source>
+        <translation>Kestrel Labs</translation>
+    </message>
 </context>
 <context>
     <name>LazyLoadPage</name>

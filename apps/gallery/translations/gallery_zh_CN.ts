@@ -212,6 +212,22 @@
         <source>Income</source>
         <translation>收益</translation>
     </message>
+    <message>
+        <source>Northwind Tools</source>
+        <translation>北风工具</translation>
+    </message>
+    <message>
+        <source>Bluepeak Energy</source>
+        <translation>蓝峰能源</translation>
+    </message>
+    <message>
+        <source>Orchard Robotics</source>
+        <translation>果园机器人</translation>
+    </message>
+    <message>
+        <source>Kestrel Labs</source>
+        <translation>红隼实验室</translation>
+    </message>
 </context>
 <context>
     <name>LazyLoadPage</name>
