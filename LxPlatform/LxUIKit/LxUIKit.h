@@ -17,6 +17,10 @@
 #include <LxUIKit/DevTools/Performance/LxCardCreatePerformanceHelper.h>
 #include <LxUIKit/DevTools/Performance/ObjectStatisticsDialog.h>
 #include <LxUIKit/DevTools/Performance/PerformanceMonitorWnd.h>
+#include <LxUIKit/DevTools/Spy/LxSpyEntry.h>
+#include <LxUIKit/DevTools/Spy/LxUISpyComponent.h>
+#include <LxUIKit/DevTools/Spy/PseudoWidget.h>
+#include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 #include <LxUIKit/DevTools/UnitTest/UnitTestWnd.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>

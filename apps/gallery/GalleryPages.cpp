@@ -17,6 +17,8 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoDevToolsPage},
         {QStringLiteral("diagnostics"), QT_TRANSLATE_NOOP("GalleryPages", "Diagnostics"), &CreateDiagnosticsPage,
          &DemoDiagnosticsPage},
+        {QStringLiteral("inspector"), QT_TRANSLATE_NOOP("GalleryPages", "Inspector"), &CreateInspectorPage,
+         &DemoInspectorPage},
     };
     return s_pages;
 }

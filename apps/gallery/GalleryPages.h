@@ -32,3 +32,5 @@ QWidget* CreateDevToolsPage(QWidget* parent);
 void DemoDevToolsPage(QWidget* page);
 QWidget* CreateDiagnosticsPage(QWidget* parent);
 void DemoDiagnosticsPage(QWidget* page);
+QWidget* CreateInspectorPage(QWidget* parent);
+void DemoInspectorPage(QWidget* page);

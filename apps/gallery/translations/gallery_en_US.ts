@@ -209,6 +209,10 @@
             <source>Diagnostics</source>
             <translation>Diagnostics</translation>
         </message>
+        <message>
+            <source>Inspector</source>
+            <translation>Inspector</translation>
+        </message>
     </context>
     <context>
         <name>GalleryWindow</name>
@@ -604,6 +608,89 @@ In the cache: %4 pictures, %5 movies, %6 SVG, %7 MiB%8</translation>
         <message>
             <source>Objects</source>
             <translation>Objects</translation>
+        </message>
+    </context>
+    <context>
+        <name>InspectorPage</name>
+        <message>
+            <source>Nested panels: pick the button, then turn the wheel in Figma mode (F2).</source>
+            <translation>Nested panels: pick the button, then turn the wheel in Figma mode (F2).</translation>
+        </message>
+        <message>
+            <source>Place order</source>
+            <translation>Place order</translation>
+        </message>
+        <message>
+            <source>Open the inspector (Ctrl+F10)</source>
+            <translation>Open the inspector (Ctrl+F10)</translation>
+        </message>
+        <message>
+            <source>Order menu</source>
+            <translation>Order menu</translation>
+        </message>
+        <message>
+            <source>Buy</source>
+            <translation>Buy</translation>
+        </message>
+        <message>
+            <source>Sell</source>
+            <translation>Sell</translation>
+        </message>
+        <message>
+            <source>Cancel all</source>
+            <translation>Cancel all</translation>
+        </message>
+        <message>
+            <source>Watchlist</source>
+            <translation>Watchlist</translation>
+        </message>
+        <message>
+            <source>Alerts</source>
+            <translation>Alerts</translation>
+        </message>
+        <message>
+            <source>News</source>
+            <translation>News</translation>
+        </message>
+        <message>
+            <source>Ticker</source>
+            <translation>Ticker</translation>
+        </message>
+        <message>
+            <source>Last</source>
+            <translation>Last</translation>
+        </message>
+        <message>
+            <source>Change</source>
+            <translation>Change</translation>
+        </message>
+        <message>
+            <source>Portfolios</source>
+            <translation>Portfolios</translation>
+        </message>
+        <message>
+            <source>Growth</source>
+            <translation>Growth</translation>
+        </message>
+        <message>
+            <source>Income</source>
+            <translation>Income</translation>
+        </message>
+        <message>
+            <source>Northwind Tools</source>
+            <translation>Northwind Tools</translation>
+        </message>
+        <message>
+            <source>Bluepeak Energy</source>
+            <translation>Bluepeak Energy</translation>
+        </message>
+        <message>
+            <source>Orchard Robotics</source>
+            <translation>Orchard Robotics</translation>
+        </message>
+        <message>
+            <source>Kestrel Labs</source>
+            <translation>Kestrel Labs</translation>
         </message>
     </context>
 </TS>

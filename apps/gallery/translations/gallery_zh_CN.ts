@@ -209,6 +209,10 @@
             <source>Diagnostics</source>
             <translation>诊断</translation>
         </message>
+        <message>
+            <source>Inspector</source>
+            <translation>检查器</translation>
+        </message>
     </context>
     <context>
         <name>GalleryWindow</name>
@@ -604,6 +608,89 @@ In the cache: %4 pictures, %5 movies, %6 SVG, %7 MiB%8</source>
         <message>
             <source>Objects</source>
             <translation>对象</translation>
+        </message>
+    </context>
+    <context>
+        <name>InspectorPage</name>
+        <message>
+            <source>Nested panels: pick the button, then turn the wheel in Figma mode (F2).</source>
+            <translation>嵌套面板：选中按钮后，在 Figma 模式（F2）下滚动滚轮。</translation>
+        </message>
+        <message>
+            <source>Place order</source>
+            <translation>下单</translation>
+        </message>
+        <message>
+            <source>Open the inspector (Ctrl+F10)</source>
+            <translation>打开检查器（Ctrl+F10）</translation>
+        </message>
+        <message>
+            <source>Order menu</source>
+            <translation>委托菜单</translation>
+        </message>
+        <message>
+            <source>Buy</source>
+            <translation>买入</translation>
+        </message>
+        <message>
+            <source>Sell</source>
+            <translation>卖出</translation>
+        </message>
+        <message>
+            <source>Cancel all</source>
+            <translation>全部撤单</translation>
+        </message>
+        <message>
+            <source>Watchlist</source>
+            <translation>自选</translation>
+        </message>
+        <message>
+            <source>Alerts</source>
+            <translation>提醒</translation>
+        </message>
+        <message>
+            <source>News</source>
+            <translation>资讯</translation>
+        </message>
+        <message>
+            <source>Ticker</source>
+            <translation>代码</translation>
+        </message>
+        <message>
+            <source>Last</source>
+            <translation>最新价</translation>
+        </message>
+        <message>
+            <source>Change</source>
+            <translation>涨跌幅</translation>
+        </message>
+        <message>
+            <source>Portfolios</source>
+            <translation>组合</translation>
+        </message>
+        <message>
+            <source>Growth</source>
+            <translation>成长</translation>
+        </message>
+        <message>
+            <source>Income</source>
+            <translation>收益</translation>
+        </message>
+        <message>
+            <source>Northwind Tools</source>
+            <translation>北风工具</translation>
+        </message>
+        <message>
+            <source>Bluepeak Energy</source>
+            <translation>蓝峰能源</translation>
+        </message>
+        <message>
+            <source>Orchard Robotics</source>
+            <translation>果园机器人</translation>
+        </message>
+        <message>
+            <source>Kestrel Labs</source>
+            <translation>红隼实验室</translation>
         </message>
     </context>
 </TS>

@@ -1,0 +1,76 @@
+#include <LxUIKit/DevTools/Spy/LxCurrentWidgetHighLightView_p.h>
+
+#include <QPainter>
+
+LxWidgetRectView::LxWidgetRectView(const QColor& color, Qt::PenStyle style)
+    : QWidget(nullptr), m_color(color), m_penStyle(style) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void LxWidgetRectView::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    QPen pen(m_color, 2, m_penStyle);
+    p.setPen(pen);
+    p.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+namespace {
+QPointer<LxCurrentWidgetHighLightView> g_highlight;
+}
+
+LxWidgetRectView* LxCurrentWidgetHighLightView::MakeFrame(bool hover) {
+    auto* frame = hover ? new LxWidgetRectView(QColor(0x1E, 0x80, 0xFF), Qt::DashLine)
+                        : new LxWidgetRectView(QColor(0xF0, 0x3C, 0x3C), Qt::SolidLine);
+    frame->setObjectName(hover ? QStringLiteral("SpyHoverFrame") : QStringLiteral("SpySelectionFrame"));
+    return frame;
+}
+
+LxCurrentWidgetHighLightView::LxCurrentWidgetHighLightView() { Place(m_pSelected, false, SelectedPseudoWidget()); }
+
+LxCurrentWidgetHighLightView::~LxCurrentWidgetHighLightView() {
+    delete m_pHover.data();
+    delete m_pSelected.data();
+}
+
+LxCurrentWidgetHighLightView* LxCurrentWidgetHighLightView::Init() {
+    if (!g_highlight)
+        g_highlight = new LxCurrentWidgetHighLightView();
+    return g_highlight;
+}
+
+void LxCurrentWidgetHighLightView::Release() { delete g_highlight.data(); }
+
+LxCurrentWidgetHighLightView* LxCurrentWidgetHighLightView::Instance() { return g_highlight; }
+
+void LxCurrentWidgetHighLightView::Place(QPointer<LxWidgetRectView>& frame, bool hover, const PseudoWidget& pw) {
+    QWidget* window = pw.isValid() ? pw.window() : nullptr;
+    if (!window || !pw.isVisible() || (!pw.isWidget() && !pw.isPhantom())) {
+        if (frame)
+            frame->hide();
+        return;
+    }
+    // A frame dies with the window it was placed in; make a new one then.
+    if (!frame)
+        frame = MakeFrame(hover);
+    if (frame->parentWidget() != window)
+        frame->setParent(window);
+    const QRect r(pw.mapTo(window, QPoint(0, 0)), pw.size());
+    frame->setGeometry(r);
+    frame->raise();
+    frame->show();
+}
+
+void LxCurrentWidgetHighLightView::OnHoveredPseudoWidgetChanged(const PseudoWidget& pw, HoverSource) {
+    Place(m_pHover, true, pw);
+}
+
+void LxCurrentWidgetHighLightView::OnSelectedPseudoWidgetChanged(const PseudoWidget& pw, bool) {
+    Place(m_pSelected, false, pw);
+}
+
+void LxCurrentWidgetHighLightView::OnConfigChanged(const Config&, const Config& current) {
+    if (!current.picking && m_pHover)
+        m_pHover->hide();
+}
