@@ -17,6 +17,7 @@
 #include <LxUIKit/LxTextObjectHandler/LxUserObjectHandler.h>
 #include <LxUIKit/LxUIKitBuildConfig.h>
 #include <LxUIKit/LxUIKitLifecycle.h>
+#include <LxUIKit/QAnchorLayout.h>
 #include <LxUIKit/RichText/LxRichText.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetEmoji.h>
