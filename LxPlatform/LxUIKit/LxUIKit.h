@@ -28,6 +28,9 @@
 #include <LxUIKit/RichText/LxRichTextSnippetStock.h>
 #include <LxUIKit/RichText/LxRichTextSnippetText.h>
 #include <LxUIKit/RichText/LxRichTextSnippetUser.h>
+#include <LxUIKit/SettingSection/SectionWidget.h>
+#include <LxUIKit/SettingSection/SectionWidgetMgrView.h>
+#include <LxUIKit/SettingSection/SettingChildTreeConnector.h>
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
 #include <LxUIKit/WebImage/LWebImageReloadHelper.h>
 #include <LxUIKit/WebImage/LxCenterAspectCropper.h>
