@@ -8,6 +8,7 @@
 #include <LxUIKit/LSlideshow.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>
+#include <LxUIKit/LxFlyoutsWnd.h>
 #include <LxUIKit/LxGuiHelper.h>
 #include <LxUIKit/LxLazyLoadWidget.h>
 #include <LxUIKit/LxTextObjectHandler/LxEmotionObjectHandler.h>
