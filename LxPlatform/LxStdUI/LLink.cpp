@@ -27,7 +27,7 @@ void LLink::paintEvent(QPaintEvent*) {
     QFont f = font();
     f.setUnderline(m_bHover && isEnabled());
     p.setFont(f);
-    p.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    p.setPen(lx_std_ui_detail::TextColor(this));
     const QRect r = contentsRect();
     const QString shown = QFontMetrics(f).elidedText(text(), Qt::ElideRight, r.width());
     p.drawText(r, int(alignment()), shown);

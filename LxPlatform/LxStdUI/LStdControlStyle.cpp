@@ -34,6 +34,13 @@ TextStyle LLinkStyle(int i32Style) {
 
 QColor Color(const char* pszKey) { return lx_ui_res::Provider::instance()->color(QString::fromLatin1(pszKey)); }
 
+QColor TextColor(const QWidget* widget) {
+    if (!widget->isEnabled())
+        return Color("ct_text_h3");
+    const QString key = widget->property(kColorKeyProperty).toString();
+    return key.isEmpty() ? Color("ct_text_h1") : lx_ui_res::Provider::instance()->color(key);
+}
+
 void ApplyTextStyle(QWidget* widget, const TextStyle& style) {
     widget->setFont(LFontTokenLoader::font(QString::fromLatin1(style.pszFontToken)));
     QPalette pal = widget->palette();
@@ -42,6 +49,12 @@ void ApplyTextStyle(QWidget* widget, const TextStyle& style) {
     pal.setColor(QPalette::Disabled, QPalette::WindowText, Color("ct_text_h3"));
     pal.setColor(QPalette::Disabled, QPalette::Text, Color("ct_text_h3"));
     widget->setPalette(pal);
+    widget->setProperty(kColorKeyProperty, QString::fromLatin1(style.pszColorKey));
+    // The widget's own style sheet wins over a host's "QLabel { color: ... }" on an ancestor.
+    if (widget->inherits("QLabel"))
+        widget->setStyleSheet(
+            QStringLiteral("QLabel { color:%1; } QLabel:disabled { color:%2; }")
+                .arg(Color(style.pszColorKey).name(QColor::HexArgb), Color("ct_text_h3").name(QColor::HexArgb)));
     widget->updateGeometry();
     widget->update();
 }
@@ -85,7 +98,7 @@ void PaintIndicatorButton(QAbstractButton* button, bool bRound, int spacing, boo
     }
     if (!button->text().isEmpty()) {
         p.setOpacity(1.0);
-        p.setPen(button->palette().color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+        p.setPen(TextColor(button));
         const QRect textRect(kIndicator + spacing, 0, button->width() - kIndicator - spacing, button->height());
         p.setFont(button->font());
         p.drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter,

@@ -30,6 +30,9 @@ TextStyle LTitleStyle(int i32Style);
 TextStyle LLinkStyle(int i32Style);
 
 QColor Color(const char* pszKey);
+// The colour a control's text is drawn in now: its style's colour, the hint colour when disabled.
+QColor TextColor(const QWidget* widget);
+constexpr const char* kColorKeyProperty = "lxTextColorKey";
 
 // Calls `fn` on `receiver` now and after every theme change.
 template <typename Fn>

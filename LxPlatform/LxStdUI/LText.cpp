@@ -43,7 +43,7 @@ void LText::paintEvent(QPaintEvent* e) {
     }
     QPainter p(this);
     const QRect r = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
-    p.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    p.setPen(lx_std_ui_detail::TextColor(this));
     p.drawText(r, int(alignment()), fontMetrics().elidedText(text(), Qt::ElideRight, r.width()));
 }
 

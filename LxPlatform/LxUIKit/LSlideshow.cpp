@@ -70,6 +70,7 @@ int LSlideshow::insertWebImageOrGif(const QString& url, const QString& link, int
     if (!CheckIndex(index, "insertWebImageOrGif"))
         return -1;
     auto* slide = new LSlidershowWebImage(link, this);
+    slide->EnableScaleToWidgetSize(true);  // a slide fills the frame, like the native ones
     const int inserted = insertWidget(index, slide, false);
     if (inserted < 0) {
         slide->deleteLater();
