@@ -13,6 +13,11 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoRichTextPage},
         {QStringLiteral("webimages"), QT_TRANSLATE_NOOP("GalleryPages", "Web images"), &CreateWebImagesPage,
          &DemoWebImagesPage},
+        {QStringLiteral("layout"), QT_TRANSLATE_NOOP("GalleryPages", "Layouts"), &CreateLayoutPage, &DemoLayoutPage},
+        {QStringLiteral("slideshow"), QT_TRANSLATE_NOOP("GalleryPages", "Slideshow"), &CreateSlideshowPage,
+         &DemoSlideshowPage},
+        {QStringLiteral("flyouts"), QT_TRANSLATE_NOOP("GalleryPages", "Flyouts"), &CreateFlyoutsPage, &DemoFlyoutsPage},
+        {QStringLiteral("settings"), QT_TRANSLATE_NOOP("GalleryPages", "Settings"), &CreateSettingsPage, {}},
     };
     return s_pages;
 }
