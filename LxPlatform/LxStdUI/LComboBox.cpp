@@ -2,6 +2,7 @@
 #include <LxStdUI/LStdControlStyle_p.h>
 
 #include <QAbstractItemView>
+#include <QPainter>
 
 LComboBox::LComboBox(QWidget* parent) : QComboBox(parent) {
     setMinimumHeight(32);
@@ -24,4 +25,16 @@ void LComboBox::ApplyTheme() {
                  res->colorString(QStringLiteral("ct_bg_primary")),
                  res->colorString(QStringLiteral("ct_button_primary")), res->colorString(QStringLiteral("ct_text_h3")),
                  res->colorString(QStringLiteral("ct_bg_hover"))));
+}
+
+void LComboBox::paintEvent(QPaintEvent* e) {
+    QComboBox::paintEvent(e);
+    // The style sheet leaves the drop-down area empty: draw the chevron ourselves.
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(isEnabled() ? lx_std_ui_detail::Color("ct_text_h2") : lx_std_ui_detail::Color("ct_text_h3"), 1.5,
+                  Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPointF c(width() - 12.5, height() / 2.0);
+    const QPointF pts[] = {c + QPointF(-4, -2), c + QPointF(0, 2), c + QPointF(4, -2)};
+    p.drawPolyline(pts, 3);
 }
