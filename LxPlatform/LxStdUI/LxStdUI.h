@@ -2,11 +2,22 @@
 // Umbrella header of the standard UI library.
 #include <LxStdUI/FontToken.h>
 #include <LxStdUI/ILLineChartCallBack.h>
+#include <LxStdUI/LCheck.h>
+#include <LxStdUI/LComboBox.h>
 #include <LxStdUI/LDialog.h>
+#include <LxStdUI/LDialogBase.h>
 #include <LxStdUI/LFlowLayout.h>
 #include <LxStdUI/LLineChart.h>
+#include <LxStdUI/LLineEdit.h>
+#include <LxStdUI/LLink.h>
+#include <LxStdUI/LPainter.h>
+#include <LxStdUI/LRadio.h>
+#include <LxStdUI/LSlideshowBase.h>
 #include <LxStdUI/LStyleSheetStyleHelper.h>
+#include <LxStdUI/LSwitch.h>
 #include <LxStdUI/LTabBarBase.h>
+#include <LxStdUI/LText.h>
+#include <LxStdUI/LTitle.h>
 #include <LxStdUI/LWidgetUtil.h>
 #include <LxStdUI/MultiLang.h>
 #include <LxStdUI/ResProvider.h>

@@ -22,8 +22,10 @@
 #include <LxUIKit/DevTools/Spy/PseudoWidget.h>
 #include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 #include <LxUIKit/DevTools/UnitTest/UnitTestWnd.h>
+#include <LxUIKit/LSlideshow.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>
+#include <LxUIKit/LxFlyoutsWnd.h>
 #include <LxUIKit/LxGuiHelper.h>
 #include <LxUIKit/LxLazyLoadWidget.h>
 #include <LxUIKit/LxTextObjectHandler/LxEmotionObjectHandler.h>
@@ -34,6 +36,7 @@
 #include <LxUIKit/LxTextObjectHandler/LxUserObjectHandler.h>
 #include <LxUIKit/LxUIKitBuildConfig.h>
 #include <LxUIKit/LxUIKitLifecycle.h>
+#include <LxUIKit/QAnchorLayout.h>
 #include <LxUIKit/RichText/LxRichText.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetEmoji.h>
@@ -44,6 +47,9 @@
 #include <LxUIKit/RichText/LxRichTextSnippetStock.h>
 #include <LxUIKit/RichText/LxRichTextSnippetText.h>
 #include <LxUIKit/RichText/LxRichTextSnippetUser.h>
+#include <LxUIKit/SettingSection/SectionWidget.h>
+#include <LxUIKit/SettingSection/SectionWidgetMgrView.h>
+#include <LxUIKit/SettingSection/SettingChildTreeConnector.h>
 #include <LxUIKit/WebImage/ILxUIKitHttpDownloadMgr.h>
 #include <LxUIKit/WebImage/LWebImageReloadHelper.h>
 #include <LxUIKit/WebImage/LxCenterAspectCropper.h>

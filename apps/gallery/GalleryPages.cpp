@@ -19,6 +19,11 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoDiagnosticsPage},
         {QStringLiteral("inspector"), QT_TRANSLATE_NOOP("GalleryPages", "Inspector"), &CreateInspectorPage,
          &DemoInspectorPage},
+        {QStringLiteral("layout"), QT_TRANSLATE_NOOP("GalleryPages", "Layouts"), &CreateLayoutPage, &DemoLayoutPage},
+        {QStringLiteral("slideshow"), QT_TRANSLATE_NOOP("GalleryPages", "Slideshow"), &CreateSlideshowPage,
+         &DemoSlideshowPage},
+        {QStringLiteral("flyouts"), QT_TRANSLATE_NOOP("GalleryPages", "Flyouts"), &CreateFlyoutsPage, &DemoFlyoutsPage},
+        {QStringLiteral("settings"), QT_TRANSLATE_NOOP("GalleryPages", "Settings"), &CreateSettingsPage, {}},
     };
     return s_pages;
 }

@@ -213,6 +213,22 @@
             <source>Inspector</source>
             <translation>Inspector</translation>
         </message>
+        <message>
+            <source>Layouts</source>
+            <translation>Layouts</translation>
+        </message>
+        <message>
+            <source>Slideshow</source>
+            <translation>Slideshow</translation>
+        </message>
+        <message>
+            <source>Flyouts</source>
+            <translation>Flyouts</translation>
+        </message>
+        <message>
+            <source>Settings</source>
+            <translation>Settings</translation>
+        </message>
     </context>
     <context>
         <name>GalleryWindow</name>
@@ -691,6 +707,282 @@ In the cache: %4 pictures, %5 movies, %6 SVG, %7 MiB%8</translation>
         <message>
             <source>Kestrel Labs</source>
             <translation>Kestrel Labs</translation>
+        </message>
+    </context>
+    <context>
+        <name>FlyoutsPage</name>
+        <message>
+            <source>Price alerts</source>
+            <translation>Price alerts</translation>
+        </message>
+        <message>
+            <source>%1: panel %2, hidden by the application: %3</source>
+            <translation>%1: panel %2, hidden by the application: %3</translation>
+        </message>
+        <message>
+            <source>hidden</source>
+            <translation>hidden</translation>
+        </message>
+        <message>
+            <source>shown</source>
+            <translation>shown</translation>
+        </message>
+        <message>
+            <source>yes</source>
+            <translation>yes</translation>
+        </message>
+        <message>
+            <source>no</source>
+            <translation>no</translation>
+        </message>
+        <message>
+            <source>Flyouts</source>
+            <translation>Flyouts</translation>
+        </message>
+        <message>
+            <source>The panel follows the main window: it hides with it and comes back with it, unless you had hidden it yourself.</source>
+            <translation>The panel follows the main window: it hides with it and comes back with it, unless you had hidden it yourself.</translation>
+        </message>
+        <message>
+            <source>Open panel</source>
+            <translation>Open panel</translation>
+        </message>
+        <message>
+            <source>Hide panel</source>
+            <translation>Hide panel</translation>
+        </message>
+        <message>
+            <source>Main window hidden</source>
+            <translation>Main window hidden</translation>
+        </message>
+        <message>
+            <source>Main window restored</source>
+            <translation>Main window restored</translation>
+        </message>
+        <message>
+            <source>Application exiting</source>
+            <translation>Application exiting</translation>
+        </message>
+        <message>
+            <source>Follow the main window</source>
+            <translation>Follow the main window</translation>
+        </message>
+        <message>
+            <source>LNTF  Lanternfish Robotics</source>
+            <translation>LNTF  Lanternfish Robotics</translation>
+        </message>
+    </context>
+    <context>
+        <name>LayoutPage</name>
+        <message>
+            <source>Anchor layout</source>
+            <translation>Anchor layout</translation>
+        </message>
+        <message>
+            <source>Each block is placed by the text in its "AnchorLayout" property. Pick a block, edit its flags, or build flags below and apply them.</source>
+            <translation>Each block is placed by the text in its "AnchorLayout" property. Pick a block, edit its flags, or build flags below and apply them.</translation>
+        </message>
+        <message>
+            <source>Flags of the selected block</source>
+            <translation>Flags of the selected block</translation>
+        </message>
+        <message>
+            <source>Flag builder</source>
+            <translation>Flag builder</translation>
+        </message>
+        <message>
+            <source>Align to parent</source>
+            <translation>Align to parent</translation>
+        </message>
+        <message>
+            <source>Align to previous</source>
+            <translation>Align to previous</translation>
+        </message>
+        <message>
+            <source>Margin</source>
+            <translation>Margin</translation>
+        </message>
+        <message>
+            <source>Clear</source>
+            <translation>Clear</translation>
+        </message>
+        <message>
+            <source>Apply to block</source>
+            <translation>Apply to block</translation>
+        </message>
+        <message>
+            <source>Banner</source>
+            <translation>Banner</translation>
+        </message>
+        <message>
+            <source>Badge</source>
+            <translation>Badge</translation>
+        </message>
+        <message>
+            <source>Card</source>
+            <translation>Card</translation>
+        </message>
+        <message>
+            <source>Note</source>
+            <translation>Note</translation>
+        </message>
+        <message>
+            <source>Footer</source>
+            <translation>Footer</translation>
+        </message>
+        <message>
+            <source>Left</source>
+            <translation>Left</translation>
+        </message>
+        <message>
+            <source>Right</source>
+            <translation>Right</translation>
+        </message>
+        <message>
+            <source>Top</source>
+            <translation>Top</translation>
+        </message>
+        <message>
+            <source>Bottom</source>
+            <translation>Bottom</translation>
+        </message>
+        <message>
+            <source>Centre</source>
+            <translation>Centre</translation>
+        </message>
+        <message>
+            <source>Horizontal centre</source>
+            <translation>Horizontal centre</translation>
+        </message>
+        <message>
+            <source>Vertical centre</source>
+            <translation>Vertical centre</translation>
+        </message>
+    </context>
+    <context>
+        <name>SettingsPage</name>
+        <message>
+            <source>Notifications</source>
+            <translation>Notifications</translation>
+        </message>
+        <message>
+            <source>Restore defaults</source>
+            <translation>Restore defaults</translation>
+        </message>
+        <message>
+            <source>Price alerts</source>
+            <translation>Price alerts</translation>
+        </message>
+        <message>
+            <source>Play a sound</source>
+            <translation>Play a sound</translation>
+        </message>
+        <message>
+            <source>Show a badge</source>
+            <translation>Show a badge</translation>
+        </message>
+        <message>
+            <source>Quote colours</source>
+            <translation>Quote colours</translation>
+        </message>
+        <message>
+            <source>Red for rises</source>
+            <translation>Red for rises</translation>
+        </message>
+        <message>
+            <source>Green for rises</source>
+            <translation>Green for rises</translation>
+        </message>
+        <message>
+            <source>Account</source>
+            <translation>Account</translation>
+        </message>
+        <message>
+            <source>Linked brokerage account</source>
+            <translation>Linked brokerage account</translation>
+        </message>
+        <message>
+            <source>Change</source>
+            <translation>Change</translation>
+        </message>
+        <message>
+            <source>Downloaded pictures and charts are kept on this computer and removed after thirty days without use.</source>
+            <translation>Downloaded pictures and charts are kept on this computer and removed after thirty days without use.</translation>
+        </message>
+        <message>
+            <source>Privacy settings</source>
+            <translation>Privacy settings</translation>
+        </message>
+        <message>
+            <source>Trading</source>
+            <translation>Trading</translation>
+        </message>
+        <message>
+            <source>Nickname</source>
+            <translation>Nickname</translation>
+        </message>
+        <message>
+            <source>Chime</source>
+            <translation>Chime</translation>
+        </message>
+        <message>
+            <source>Bell</source>
+            <translation>Bell</translation>
+        </message>
+        <message>
+            <source>None</source>
+            <translation>None</translation>
+        </message>
+        <message>
+            <source>Order fill sound</source>
+            <translation>Order fill sound</translation>
+        </message>
+        <message>
+            <source>5 minutes before the open</source>
+            <translation>5 minutes before the open</translation>
+        </message>
+        <message>
+            <source>At the open</source>
+            <translation>At the open</translation>
+        </message>
+        <message>
+            <source>Reminder</source>
+            <translation>Reminder</translation>
+        </message>
+        <message>
+            <source>Harborline Securities ••••7781</source>
+            <translation>Harborline Securities ••••7781</translation>
+        </message>
+        <message>
+            <source>%1 MB</source>
+            <translation>%1 MB</translation>
+        </message>
+    </context>
+    <context>
+        <name>SlideshowPage</name>
+        <message>
+            <source>Slideshow</source>
+            <translation>Slideshow</translation>
+        </message>
+        <message>
+            <source>Native slides and web slides; the last web slide points to a missing file and stays hidden after its retries. Drag or click the dots to page.</source>
+            <translation>Native slides and web slides; the last web slide points to a missing file and stays hidden after its retries. Drag or click the dots to page.</translation>
+        </message>
+        <message>
+            <source>Add the web slides again</source>
+            <translation>Add the web slides again</translation>
+        </message>
+        <message>
+            <source>Spring research week: five sectors in five days</source>
+            <translation>Spring research week: five sectors in five days</translation>
+        </message>
+        <message>
+            <source>Zero-fee transfers until the end of the month</source>
+            <translation>Zero-fee transfers until the end of the month</translation>
+        </message>
+        <message>
+            <source>Quarterly outlook webinar</source>
+            <translation>Quarterly outlook webinar</translation>
         </message>
     </context>
 </TS>

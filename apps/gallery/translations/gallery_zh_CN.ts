@@ -213,6 +213,22 @@
             <source>Inspector</source>
             <translation>检查器</translation>
         </message>
+        <message>
+            <source>Layouts</source>
+            <translation>布局</translation>
+        </message>
+        <message>
+            <source>Slideshow</source>
+            <translation>轮播</translation>
+        </message>
+        <message>
+            <source>Flyouts</source>
+            <translation>浮窗</translation>
+        </message>
+        <message>
+            <source>Settings</source>
+            <translation>设置</translation>
+        </message>
     </context>
     <context>
         <name>GalleryWindow</name>
@@ -691,6 +707,282 @@ In the cache: %4 pictures, %5 movies, %6 SVG, %7 MiB%8</source>
         <message>
             <source>Kestrel Labs</source>
             <translation>红隼实验室</translation>
+        </message>
+    </context>
+    <context>
+        <name>FlyoutsPage</name>
+        <message>
+            <source>Price alerts</source>
+            <translation>价格提醒</translation>
+        </message>
+        <message>
+            <source>%1: panel %2, hidden by the application: %3</source>
+            <translation>%1：面板%2，由应用隐藏：%3</translation>
+        </message>
+        <message>
+            <source>hidden</source>
+            <translation>已隐藏</translation>
+        </message>
+        <message>
+            <source>shown</source>
+            <translation>已显示</translation>
+        </message>
+        <message>
+            <source>yes</source>
+            <translation>是</translation>
+        </message>
+        <message>
+            <source>no</source>
+            <translation>否</translation>
+        </message>
+        <message>
+            <source>Flyouts</source>
+            <translation>浮窗</translation>
+        </message>
+        <message>
+            <source>The panel follows the main window: it hides with it and comes back with it, unless you had hidden it yourself.</source>
+            <translation>面板跟随主窗口：主窗口隐藏时一起隐藏，恢复时一起恢复；您自己隐藏的面板除外。</translation>
+        </message>
+        <message>
+            <source>Open panel</source>
+            <translation>打开面板</translation>
+        </message>
+        <message>
+            <source>Hide panel</source>
+            <translation>隐藏面板</translation>
+        </message>
+        <message>
+            <source>Main window hidden</source>
+            <translation>主窗口已隐藏</translation>
+        </message>
+        <message>
+            <source>Main window restored</source>
+            <translation>主窗口已恢复</translation>
+        </message>
+        <message>
+            <source>Application exiting</source>
+            <translation>应用退出</translation>
+        </message>
+        <message>
+            <source>Follow the main window</source>
+            <translation>跟随主窗口</translation>
+        </message>
+        <message>
+            <source>LNTF  Lanternfish Robotics</source>
+            <translation>LNTF  灯笼鱼机器人</translation>
+        </message>
+    </context>
+    <context>
+        <name>LayoutPage</name>
+        <message>
+            <source>Anchor layout</source>
+            <translation>锚点布局</translation>
+        </message>
+        <message>
+            <source>Each block is placed by the text in its "AnchorLayout" property. Pick a block, edit its flags, or build flags below and apply them.</source>
+            <translation>每个色块按其 "AnchorLayout" 属性中的文字摆放。选择一个色块并编辑它的标志，或在下方生成标志后应用。</translation>
+        </message>
+        <message>
+            <source>Flags of the selected block</source>
+            <translation>所选色块的标志</translation>
+        </message>
+        <message>
+            <source>Flag builder</source>
+            <translation>标志生成器</translation>
+        </message>
+        <message>
+            <source>Align to parent</source>
+            <translation>对齐父控件</translation>
+        </message>
+        <message>
+            <source>Align to previous</source>
+            <translation>对齐上一个</translation>
+        </message>
+        <message>
+            <source>Margin</source>
+            <translation>边距</translation>
+        </message>
+        <message>
+            <source>Clear</source>
+            <translation>清空</translation>
+        </message>
+        <message>
+            <source>Apply to block</source>
+            <translation>应用到色块</translation>
+        </message>
+        <message>
+            <source>Banner</source>
+            <translation>横幅</translation>
+        </message>
+        <message>
+            <source>Badge</source>
+            <translation>角标</translation>
+        </message>
+        <message>
+            <source>Card</source>
+            <translation>卡片</translation>
+        </message>
+        <message>
+            <source>Note</source>
+            <translation>便签</translation>
+        </message>
+        <message>
+            <source>Footer</source>
+            <translation>页脚</translation>
+        </message>
+        <message>
+            <source>Left</source>
+            <translation>左</translation>
+        </message>
+        <message>
+            <source>Right</source>
+            <translation>右</translation>
+        </message>
+        <message>
+            <source>Top</source>
+            <translation>上</translation>
+        </message>
+        <message>
+            <source>Bottom</source>
+            <translation>下</translation>
+        </message>
+        <message>
+            <source>Centre</source>
+            <translation>居中</translation>
+        </message>
+        <message>
+            <source>Horizontal centre</source>
+            <translation>水平居中</translation>
+        </message>
+        <message>
+            <source>Vertical centre</source>
+            <translation>垂直居中</translation>
+        </message>
+    </context>
+    <context>
+        <name>SettingsPage</name>
+        <message>
+            <source>Notifications</source>
+            <translation>通知</translation>
+        </message>
+        <message>
+            <source>Restore defaults</source>
+            <translation>恢复默认</translation>
+        </message>
+        <message>
+            <source>Price alerts</source>
+            <translation>价格提醒</translation>
+        </message>
+        <message>
+            <source>Play a sound</source>
+            <translation>播放声音</translation>
+        </message>
+        <message>
+            <source>Show a badge</source>
+            <translation>显示角标</translation>
+        </message>
+        <message>
+            <source>Quote colours</source>
+            <translation>行情颜色</translation>
+        </message>
+        <message>
+            <source>Red for rises</source>
+            <translation>红涨绿跌</translation>
+        </message>
+        <message>
+            <source>Green for rises</source>
+            <translation>绿涨红跌</translation>
+        </message>
+        <message>
+            <source>Account</source>
+            <translation>账户</translation>
+        </message>
+        <message>
+            <source>Linked brokerage account</source>
+            <translation>已关联的券商账户</translation>
+        </message>
+        <message>
+            <source>Change</source>
+            <translation>更换</translation>
+        </message>
+        <message>
+            <source>Downloaded pictures and charts are kept on this computer and removed after thirty days without use.</source>
+            <translation>下载的图片和图表保存在本机，三十天未使用后自动删除。</translation>
+        </message>
+        <message>
+            <source>Privacy settings</source>
+            <translation>隐私设置</translation>
+        </message>
+        <message>
+            <source>Trading</source>
+            <translation>交易</translation>
+        </message>
+        <message>
+            <source>Nickname</source>
+            <translation>昵称</translation>
+        </message>
+        <message>
+            <source>Chime</source>
+            <translation>风铃</translation>
+        </message>
+        <message>
+            <source>Bell</source>
+            <translation>铃声</translation>
+        </message>
+        <message>
+            <source>None</source>
+            <translation>无</translation>
+        </message>
+        <message>
+            <source>Order fill sound</source>
+            <translation>成交提示音</translation>
+        </message>
+        <message>
+            <source>5 minutes before the open</source>
+            <translation>开盘前 5 分钟</translation>
+        </message>
+        <message>
+            <source>At the open</source>
+            <translation>开盘时</translation>
+        </message>
+        <message>
+            <source>Reminder</source>
+            <translation>提醒</translation>
+        </message>
+        <message>
+            <source>Harborline Securities ••••7781</source>
+            <translation>港湾线证券 ••••7781</translation>
+        </message>
+        <message>
+            <source>%1 MB</source>
+            <translation>%1 MB</translation>
+        </message>
+    </context>
+    <context>
+        <name>SlideshowPage</name>
+        <message>
+            <source>Slideshow</source>
+            <translation>轮播</translation>
+        </message>
+        <message>
+            <source>Native slides and web slides; the last web slide points to a missing file and stays hidden after its retries. Drag or click the dots to page.</source>
+            <translation>本地幻灯片与网络幻灯片；最后一张网络幻灯片指向不存在的文件，重试后仍保持隐藏。拖动或点击圆点即可翻页。</translation>
+        </message>
+        <message>
+            <source>Add the web slides again</source>
+            <translation>再次添加网络幻灯片</translation>
+        </message>
+        <message>
+            <source>Spring research week: five sectors in five days</source>
+            <translation>春季研究周：五天看五个行业</translation>
+        </message>
+        <message>
+            <source>Zero-fee transfers until the end of the month</source>
+            <translation>月底前转账免手续费</translation>
+        </message>
+        <message>
+            <source>Quarterly outlook webinar</source>
+            <translation>季度展望网络研讨会</translation>
         </message>
     </context>
 </TS>
