@@ -5,6 +5,8 @@
 #include <LxUIKit/DevTools/AutoTest/UIAutoTestManager.h>
 #include <LxUIKit/DevTools/Log/LxLogViewer.h>
 #include <LxUIKit/DevTools/LxDevTools.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewDefine.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewTranslateTask.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>
 #include <LxUIKit/LxGuiHelper.h>
