@@ -5,6 +5,7 @@
 #include <LxUIKit/DevTools/AutoTest/UIAutoTestManager.h>
 #include <LxUIKit/DevTools/Log/LxLogViewer.h>
 #include <LxUIKit/DevTools/LxDevTools.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewContentWidget.h>
 #include <LxUIKit/ImagePreview/LxImagePreviewDefine.h>
 #include <LxUIKit/ImagePreview/LxImagePreviewTranslateTask.h>
 #include <LxUIKit/LUIKitReport.h>
