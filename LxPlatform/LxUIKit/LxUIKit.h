@@ -7,7 +7,10 @@
 #include <LxUIKit/DevTools/LxDevTools.h>
 #include <LxUIKit/ImagePreview/LxImagePreviewContentWidget.h>
 #include <LxUIKit/ImagePreview/LxImagePreviewDefine.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewHelper.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewTitleBarWidget.h>
 #include <LxUIKit/ImagePreview/LxImagePreviewTranslateTask.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewWnd.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>
 #include <LxUIKit/LxGuiHelper.h>

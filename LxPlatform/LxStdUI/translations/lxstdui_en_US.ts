@@ -60,4 +60,63 @@
         <translation>Failed to load</translation>
     </message>
 </context>
+<context>
+    <name>image_preview</name>
+    <message>
+        <source>Copied</source>
+        <translation>Copied</translation>
+    </message>
+    <message>
+        <source>Copy failed</source>
+        <translation>Copy failed</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Translation failed: this picture format cannot be translated</source>
+        <translation>Translation failed: this picture format cannot be translated</translation>
+    </message>
+    <message>
+        <source>Translation failed, please try again</source>
+        <translation>Translation failed, please try again</translation>
+    </message>
+    <message>
+        <source>No translation result</source>
+        <translation>No translation result</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Previous</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Next</translation>
+    </message>
+    <message>
+        <source>Translate</source>
+        <translation>Translate</translation>
+    </message>
+    <message>
+        <source>Show original</source>
+        <translation>Show original</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Reload</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>Zoom in</translation>
+    </message>
+    <message>
+        <source>Zoom out</source>
+        <translation>Zoom out</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Picture</translation>
+    </message>
+</context>
 </TS>
