@@ -13,6 +13,8 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoRichTextPage},
         {QStringLiteral("webimages"), QT_TRANSLATE_NOOP("GalleryPages", "Web images"), &CreateWebImagesPage,
          &DemoWebImagesPage},
+        {QStringLiteral("preview"), QT_TRANSLATE_NOOP("GalleryPages", "Image preview"), &CreateImagePreviewPage,
+         &DemoImagePreviewPage},
     };
     return s_pages;
 }

@@ -28,3 +28,5 @@ QWidget* CreateRichTextPage(QWidget* parent);
 void DemoRichTextPage(QWidget* page);
 QWidget* CreateWebImagesPage(QWidget* parent);
 void DemoWebImagesPage(QWidget* page);
+QWidget* CreateImagePreviewPage(QWidget* parent);
+void DemoImagePreviewPage(QWidget* page);
