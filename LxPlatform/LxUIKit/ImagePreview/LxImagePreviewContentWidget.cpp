@@ -54,7 +54,7 @@ int CScanLineWidget::LineY(int height, double seconds) {
 void CScanLineWidget::paintEvent(QPaintEvent*) {
     if (!m_elapsed.isValid())
         return;
-    const int y = LineY(height(), m_elapsed.elapsed() / 1000.0);
+    const int y = LineY(height(), double(m_elapsed.elapsed()) / 1000.0);
     QPainter painter(this);
     painter.fillRect(QRect(0, 0, width(), y), QColor(31, 111, 235, 40));
     QLinearGradient gradient(0, 0, width(), 0);

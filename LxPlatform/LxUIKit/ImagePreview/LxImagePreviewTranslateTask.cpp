@@ -215,7 +215,7 @@ bool FindValidCache(const QString& key, ImageRecordListCache* pOut) {
         return false;
     }
     const QString language = CLxImagePreviewTranslateTask::CurrentTargetLanguage();
-    for (const ImageRecordListCache& entry : list) {
+    for (const ImageRecordListCache& entry : qAsConst(list)) {
         if (entry.strTargetLanguage == language) {
             if (pOut)
                 *pOut = entry;
@@ -245,7 +245,7 @@ CLxImagePreviewTranslateTask::CLxImagePreviewTranslateTask(QObject* parent) : QO
 CLxImagePreviewTranslateTask::~CLxImagePreviewTranslateTask() { AbandonInFlightRequest(); }
 
 QString CLxImagePreviewTranslateTask::NormalizeTargetLanguage(const QString& language) {
-    const QString lang = language.trimmed().toLower();
+    QString lang = language.trimmed().toLower();
     if (lang == QLatin1String("zh-cn") || lang == QLatin1String("zh") || lang == QLatin1String("sc"))
         return QStringLiteral("sc");
     if (lang == QLatin1String("zh-hk") || lang == QLatin1String("zh-tw") || lang == QLatin1String("tc"))

@@ -240,7 +240,7 @@ void CLxImagePreviewWnd::OnTranslateBtnClicked() {
     m_pTranslateTask->RequestTranslate(
         sp->strUrl, m_pContent->GetSourcePixmap(), m_u64CurTranslateRequestId, unsigned(m_i32CurIndex),
         CLxImagePreviewTranslateTask::Callback(
-            this, [this](unsigned long requestId, unsigned int index, ImageTranslateResult result) {
+            this, [this](unsigned long requestId, unsigned int index, const ImageTranslateResult& result) {
                 OnTranslateResult(requestId, index, result);
             }));
 }
