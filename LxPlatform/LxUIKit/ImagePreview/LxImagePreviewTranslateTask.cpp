@@ -42,10 +42,6 @@ ServiceAddress& Address(bool bInternational) {
     return s_addr[bInternational ? 1 : 0];
 }
 
-bool IsFresh(const ImageRecordListCache& entry, int64_t now) {
-    return now - entry.i64Time <= CLxImagePreviewTranslateTask::kCacheLifetimeMs;
-}
-
 QByteArray Encode(const QImage& image, const char* format, int quality, bool* pOk) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -60,6 +56,10 @@ QByteArray Encode(const QImage& image, const char* format, int quality, bool* pO
 }  // namespace
 
 namespace lxuikit_translate {
+
+bool IsFresh(const ImageRecordListCache& entry, int64_t now) {
+    return now - entry.i64Time <= CLxImagePreviewTranslateTask::kCacheLifetimeMs;
+}
 
 int ParseTranslateHttpBody(const QByteArray& body, QString& strTargetLanguage, QVector<ImageRecord>& records) {
     records.clear();

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QVector>
 
+#include <cstdint>
+
 namespace lxuikit_translate {
 
 // Checks one answer body of the service. Answers 0 with the target language (as sent) and the
@@ -18,6 +20,9 @@ int ParseTranslateHttpBody(const QByteArray& body, QString& strTargetLanguage, Q
 // The upload encoding with the bound as a parameter; `pAttempts` (optional) receives how many
 // encodings were made (1 for PNG, 1 + JPEG tries otherwise).
 QByteArray EncodeForUpload(const QPixmap& pixmap, qint64 i64Bound, int* pAttempts = nullptr);
+
+// An answer stored at its time is fresh at `now` while now - time <= 86,400,000 ms.
+bool IsFresh(const ImageRecordListCache& entry, int64_t now);
 
 // The cache operations (see the task's header).
 bool FindValidCache(const QString& key, ImageRecordListCache* pOut);

@@ -306,6 +306,10 @@ void TestImagePreviewTranslateTask::cacheServesPerLanguageAndExpires() {
     QCOMPARE(lxuikit_translate::CachedLanguageCount(key), 2);
 
     // Fresh for exactly a day of server time.
+    ImageRecordListCache stored;
+    stored.i64Time = 1000;
+    QVERIFY(lxuikit_translate::IsFresh(stored, 1000 + CLxImagePreviewTranslateTask::kCacheLifetimeMs));
+    QVERIFY(!lxuikit_translate::IsFresh(stored, 1001 + CLxImagePreviewTranslateTask::kCacheLifetimeMs));
     core::time_date::SetSvrTimeOffsetMillis(CLxImagePreviewTranslateTask::kCacheLifetimeMs - 500);
     QVERIFY(task.HasValidCache(key));
     core::time_date::SetSvrTimeOffsetMillis(CLxImagePreviewTranslateTask::kCacheLifetimeMs + 500);
