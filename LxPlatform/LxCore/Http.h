@@ -26,7 +26,7 @@ struct LXCORE_EXPORT FileField {
     QString strFilePath;     // file to send
     QString strFileName;     // file name announced to the server (default: the file's name)
     QByteArray contentType;  // default application/octet-stream
-    QByteArray content;      // sent instead of a file when strFilePath is empty
+    QByteArray content{};    // sent instead of a file when strFilePath is empty
 };
 
 // A file field whose bytes are already in memory (an encoded picture, for example).
