@@ -3,6 +3,7 @@
 
 #include <LxCore/Environment.h>
 #include <LxCore/Http.h>
+#include <LxCore/Post.h>
 #include <LxCore/TimeDate.h>
 #include <LxStdUI/FontToken.h>
 #include <LxStdUI/LWidgetUtil.h>
@@ -13,6 +14,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QPointer>
+#include <QThread>
 #include <QUrl>
 
 #include <json/json.h>
@@ -160,11 +162,12 @@ int ParseTranslateHttpBody(const QByteArray& body, QString& strTargetLanguage, Q
 }
 
 QByteArray EncodeForUpload(const QPixmap& pixmap, qint64 i64Bound, int* pAttempts) {
+    return EncodeForUpload(pixmap.isNull() ? QImage() : pixmap.toImage(), i64Bound, pAttempts);
+}
+
+QByteArray EncodeForUpload(const QImage& image, qint64 i64Bound, int* pAttempts) {
     if (pAttempts)
         *pAttempts = 0;
-    if (pixmap.isNull())
-        return QByteArray();
-    const QImage image = pixmap.toImage();
     if (image.isNull())
         return QByteArray();
     bool ok = false;
@@ -314,9 +317,33 @@ void CLxImagePreviewTranslateTask::RequestTranslate(const QString& key, const QP
         Finish(spInfo, pixmap.isNull() ? ImageTranslateResult::Failed : ImageTranslateResult::Success, pixmap);
         return;
     }
-    spInfo->uploadBytes = PreprocessToUploadByteArray(source);
-    if (spInfo->uploadBytes.isEmpty()) {
-        LXUIKIT_LOG_WARN("PreprocessToUploadByteArray gives no bytes, key={}", key);
+    // Encoding a large photo can take seconds (one JPEG quality after another): it runs on a
+    // worker thread, and its result counts only while the request is still the one in flight.
+    // The worker holds only the image and a sequence number: the request itself (its pixmap, its
+    // callback) never leaves the GUI thread.
+    m_spInFlight = spInfo;
+    m_u64HttpId = 0;
+    const uint64_t u64Sequence = ++m_u64EncodeSequence;
+    const QImage image = source.isNull() ? QImage() : source.toImage();
+    QPointer<CLxImagePreviewTranslateTask> guard(this);
+    QThread* worker = QThread::create([guard, u64Sequence, image] {
+        const QByteArray bytes = EncodeForUpload(image, kUploadBound);
+        core::post::ToMain([guard, u64Sequence, bytes] {
+            if (guard)
+                guard->OnUploadEncoded(u64Sequence, bytes);
+        });
+    });
+    QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+    worker->start();
+}
+
+void CLxImagePreviewTranslateTask::OnUploadEncoded(uint64_t u64Sequence, const QByteArray& bytes) {
+    if (!m_spInFlight || u64Sequence != m_u64EncodeSequence || m_u64HttpId != 0)
+        return;  // abandoned or cancelled while encoding
+    const std::shared_ptr<RequestInfo> spInfo = m_spInFlight;
+    spInfo->uploadBytes = bytes;
+    if (bytes.isEmpty()) {
+        LXUIKIT_LOG_WARN("PreprocessToUploadByteArray gives no bytes, key={}", spInfo->strKey);
         Finish(spInfo, ImageTranslateResult::Failed, QPixmap());
         return;
     }

@@ -5,8 +5,9 @@
 // RequestTranslate(key, picture, requestId, index, callback):
 //   - a fresh cached answer for the key in the current target language is composed and answered
 //     at once (no request);
-//   - otherwise the picture is encoded for upload (PNG when it is at most 4,194,304 bytes, else the
-//     first JPEG from quality 100 down in steps of 2 that is strictly smaller) and posted as the
+//   - otherwise the picture is encoded for upload on a worker thread (PNG when it is at most
+//     4,194,304 bytes, else the first JPEG from quality 100 down in steps of 2 that is strictly
+//     smaller; a large photo takes seconds) and posted as the
 //     multipart file field "image" to "<service>/image/translate" with the client headers;
 //   - the answer is checked step by step (every refusal is logged and ends in status 1, or 2 for a
 //     well-formed answer without usable text), stored in the cache, and the translations are painted
@@ -86,6 +87,7 @@ public:
     static void ClearCache();
 
 private:
+    void OnUploadEncoded(uint64_t u64Sequence, const QByteArray& bytes);
     void StartHttpTranslate(const std::shared_ptr<RequestInfo>& spInfo, const std::string& url);
     void OnHttpAnswer(uint64_t u64HttpId, int i32NetworkError, int i32HttpStatus, const QByteArray& body);
     // Clears the in-flight state and calls its callback (after the state is clear, so the callback
@@ -94,4 +96,5 @@ private:
 
     std::shared_ptr<RequestInfo> m_spInFlight;
     uint64_t m_u64HttpId = 0;
+    uint64_t m_u64EncodeSequence = 0;  // the latest request whose upload is being encoded
 };

@@ -4,6 +4,7 @@
 #include <LxUIKit/ImagePreview/LxImagePreviewDefine.h>
 
 #include <QByteArray>
+#include <QImage>
 #include <QPixmap>
 #include <QString>
 #include <QVector>
@@ -20,6 +21,8 @@ int ParseTranslateHttpBody(const QByteArray& body, QString& strTargetLanguage, Q
 // The upload encoding with the bound as a parameter; `pAttempts` (optional) receives how many
 // encodings were made (1 for PNG, 1 + JPEG tries otherwise).
 QByteArray EncodeForUpload(const QPixmap& pixmap, qint64 i64Bound, int* pAttempts = nullptr);
+// The same from an image (thread-safe: the task encodes on a worker thread).
+QByteArray EncodeForUpload(const QImage& image, qint64 i64Bound, int* pAttempts = nullptr);
 
 // An answer stored at its time is fresh at `now` while now - time <= 86,400,000 ms.
 bool IsFresh(const ImageRecordListCache& entry, int64_t now);
