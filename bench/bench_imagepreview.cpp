@@ -156,8 +156,9 @@ int main(int argc, char* argv[]) {
             QScrollArea scroll;
             scroll.resize(area);
             auto* label = new QLabel;
-            label->setPixmap(source.scaled(scaled, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-            label->resize(label->pixmap()->size());
+            const QPixmap prescaled = source.scaled(scaled, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            label->setPixmap(prescaled);
+            label->resize(prescaled.size());
             scroll.setWidget(label);
             scroll.render(&target);
             anchor.dFirstMs = t.nsecsElapsed() / 1e6;
