@@ -69,6 +69,16 @@ QHttpMultiPart* BuildMultipart(const Request& req, QString& error) {
         multi->append(part);
     }
     for (const FileField& ff : req.fileFields) {
+        if (ff.strFilePath.isEmpty()) {
+            QHttpPart part;
+            part.setHeader(QNetworkRequest::ContentTypeHeader,
+                           ff.contentType.isEmpty() ? QByteArray("application/octet-stream") : ff.contentType);
+            part.setHeader(QNetworkRequest::ContentDispositionHeader,
+                           QStringLiteral("form-data; name=\"%1\"; filename=\"%2\"").arg(ff.strName, ff.strFileName));
+            part.setBody(ff.content);
+            multi->append(part);
+            continue;
+        }
         auto* file = new QFile(ff.strFilePath, multi);
         if (!file->open(QIODevice::ReadOnly)) {
             error = QStringLiteral("cannot open %1").arg(ff.strFilePath);
@@ -235,6 +245,16 @@ bool OnMainThread() {
 }
 
 }  // namespace
+
+FileField CreateFileField(const QString& strName, const QString& strFileName, const QByteArray& content,
+                          const QByteArray& contentType) {
+    FileField ff;
+    ff.strName = strName;
+    ff.strFileName = strFileName;
+    ff.content = content;
+    ff.contentType = contentType;
+    return ff;
+}
 
 RequestId Start(const Request& request, DoneCallback onDone, ProgressCallback onProgress) {
     const RequestId id = g_nextId++;

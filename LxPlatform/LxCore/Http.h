@@ -3,9 +3,9 @@
 // GUI thread and its callbacks are called there. A cancelled request never calls back.
 //
 // Multipart: when formFields or fileFields are given the body is multipart/form-data built from
-// them (files are streamed from disk, not loaded whole). With saveToFile the body is written to
-// "<saveToFile>.part" while it arrives and renamed into place on success, so a failed download
-// never leaves a partial file under the final name.
+// them (files are streamed from disk, not loaded whole; a field with no path sends its in-memory
+// bytes). With saveToFile the body is written to "<saveToFile>.part" while it arrives and renamed
+// into place on success, so a failed download never leaves a partial file under the final name.
 
 #include <LxCore/LxCoreExport.h>
 #include <QByteArray>
@@ -26,7 +26,12 @@ struct LXCORE_EXPORT FileField {
     QString strFilePath;     // file to send
     QString strFileName;     // file name announced to the server (default: the file's name)
     QByteArray contentType;  // default application/octet-stream
+    QByteArray content{};    // sent instead of a file when strFilePath is empty
 };
+
+// A file field whose bytes are already in memory (an encoded picture, for example).
+LXCORE_EXPORT FileField CreateFileField(const QString& strName, const QString& strFileName, const QByteArray& content,
+                                        const QByteArray& contentType = QByteArray());
 
 struct LXCORE_EXPORT Request {
     Request() = default;

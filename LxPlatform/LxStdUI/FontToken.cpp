@@ -1,5 +1,6 @@
 #include <LxStdUI/FontToken.h>
 
+#include <LxStdUI/LWidgetUtil.h>
 #include <LxStdUI/LxStdUILog_p.h>
 
 #include <QApplication>
@@ -107,6 +108,10 @@ QFont LFontTokenLoader::font(const QString& name) {
 }
 
 QFont LFontTokenLoader::font(int i32Number) { return font(fontTokenName(i32Number)); }
+
+QSizeF LFontTokenLoader::measureText(const QString& name, const QString& text) {
+    return lx_std_ui::LWidgetUtil::measureText(font(name), text);
+}
 
 int LFontTokenLoader::pixelSize(const QString& name) {
     const FontToken t = fontToken(name);

@@ -10,6 +10,7 @@
 
 #include <LxStdUI/LxStdUIExport.h>
 #include <QFont>
+#include <QSizeF>
 #include <QString>
 #include <QStringList>
 
@@ -32,6 +33,9 @@ public:
     // A font for the token (the application font when unknown).
     static QFont font(const QString& name);
     static QFont font(int i32Number);
+    // Size of `text` set in the token's font (advance width, bounding height; see
+    // lx_std_ui::LWidgetUtil::measureText). An unknown token measures in the application font.
+    static QSizeF measureText(const QString& name, const QString& text);
     // Pixel size of the token, -1 when unknown.
     static int pixelSize(const QString& name);
     // The families every token uses, most preferred first.

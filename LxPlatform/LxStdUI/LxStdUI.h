@@ -7,6 +7,9 @@
 #include <LxStdUI/LDialog.h>
 #include <LxStdUI/LDialogBase.h>
 #include <LxStdUI/LFlowLayout.h>
+#include <LxStdUI/LFrameLessWnd.h>
+#include <LxStdUI/LIconButton.h>
+#include <LxStdUI/LIconResource.h>
 #include <LxStdUI/LLineChart.h>
 #include <LxStdUI/LLineEdit.h>
 #include <LxStdUI/LLink.h>

@@ -85,6 +85,27 @@ QString textArchiveDone() { return QCoreApplication::translate("zip_helper", "Ar
 QString textArchiveFailed() { return QCoreApplication::translate("zip_helper", "Archive failed"); }
 }  // namespace zip_helper
 
+namespace image_preview {
+QString textCopySucceeded() { return QCoreApplication::translate("image_preview", "Copied"); }
+QString textCopyFailed() { return QCoreApplication::translate("image_preview", "Copy failed"); }
+QString textCopy() { return QCoreApplication::translate("image_preview", "Copy"); }
+QString textUnsupportedFormat() {
+    return QCoreApplication::translate("image_preview", "Translation failed: this picture format cannot be translated");
+}
+QString textTranslateFailed() {
+    return QCoreApplication::translate("image_preview", "Translation failed, please try again");
+}
+QString textNoTranslateResult() { return QCoreApplication::translate("image_preview", "No translation result"); }
+QString textPrevious() { return QCoreApplication::translate("image_preview", "Previous"); }
+QString textNext() { return QCoreApplication::translate("image_preview", "Next"); }
+QString textTranslate() { return QCoreApplication::translate("image_preview", "Translate"); }
+QString textShowOriginal() { return QCoreApplication::translate("image_preview", "Show original"); }
+QString textRefresh() { return QCoreApplication::translate("image_preview", "Reload"); }
+QString textZoomIn() { return QCoreApplication::translate("image_preview", "Zoom in"); }
+QString textZoomOut() { return QCoreApplication::translate("image_preview", "Zoom out"); }
+QString textTitle() { return QCoreApplication::translate("image_preview", "Picture"); }
+}  // namespace image_preview
+
 namespace common {
 QString textOk() { return QCoreApplication::translate("common", "OK"); }
 QString textCancel() { return QCoreApplication::translate("common", "Cancel"); }

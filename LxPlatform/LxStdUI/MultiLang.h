@@ -36,6 +36,23 @@ LXSTDUI_EXPORT QString textArchiveDone();
 LXSTDUI_EXPORT QString textArchiveFailed();
 }  // namespace zip_helper
 
+namespace image_preview {
+LXSTDUI_EXPORT QString textCopySucceeded();
+LXSTDUI_EXPORT QString textCopyFailed();
+LXSTDUI_EXPORT QString textCopy();
+LXSTDUI_EXPORT QString textUnsupportedFormat();
+LXSTDUI_EXPORT QString textTranslateFailed();
+LXSTDUI_EXPORT QString textNoTranslateResult();
+LXSTDUI_EXPORT QString textPrevious();
+LXSTDUI_EXPORT QString textNext();
+LXSTDUI_EXPORT QString textTranslate();
+LXSTDUI_EXPORT QString textShowOriginal();
+LXSTDUI_EXPORT QString textRefresh();
+LXSTDUI_EXPORT QString textZoomIn();
+LXSTDUI_EXPORT QString textZoomOut();
+LXSTDUI_EXPORT QString textTitle();
+}  // namespace image_preview
+
 namespace common {
 LXSTDUI_EXPORT QString textOk();
 LXSTDUI_EXPORT QString textCancel();

@@ -48,22 +48,15 @@ core::CoreInitParam GetCoreInitParamVeryFirst() {
     return param;
 }
 
-void ShowSimpleToast(QString text, TriBool state, int durationMs) {
+namespace {
+
+void ShowToastLabel(const QString& text, const QString& color, const QString& textColor, int durationMs) {
     auto* label = new QLabel(nullptr, Qt::ToolTip | Qt::WindowStaysOnTopHint);
     label->setObjectName(QStringLiteral("LxSimpleToast"));
     label->setAttribute(Qt::WA_TransparentForMouseEvents);
-
-    QString color = QStringLiteral("#333333");
-    if (state == TriBool::True) {
-        text = QStringLiteral("✔  ") + text;
-        color = QStringLiteral("#28a745");
-    } else if (state == TriBool::False) {
-        text = QStringLiteral("❌  ") + text;
-        color = QStringLiteral("#dc3545");
-    }
     label->setText(text);
-    label->setStyleSheet(QStringLiteral("background-color:") + color +
-                         QStringLiteral("; color:white; font-token:title2; margin:5px; padding:10px; "
+    label->setStyleSheet(QStringLiteral("background-color:") + color + QStringLiteral("; color:") + textColor +
+                         QStringLiteral("; font-token:title2; margin:5px; padding:10px; "
                                         "border-radius: 4px; box-shadow: 0px 5px 10px rgba(0, 0, 0, 0.3);"));
     label->setAlignment(Qt::AlignCenter);
     label->show();
@@ -85,6 +78,32 @@ void ShowSimpleToast(QString text, TriBool state, int durationMs) {
     anim->setEndValue(start.translated(0, -label->height() - 50));
     anim->setEasingCurve(QEasingCurve::OutBack);
     anim->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+}  // namespace
+
+void ShowSimpleToast(QString text, TriBool state, int durationMs) {
+    QString color = QStringLiteral("#333333");
+    if (state == TriBool::True) {
+        text = QStringLiteral("✔  ") + text;
+        color = QStringLiteral("#28a745");
+    } else if (state == TriBool::False) {
+        text = QStringLiteral("❌  ") + text;
+        color = QStringLiteral("#dc3545");
+    }
+    ShowToastLabel(text, color, QStringLiteral("white"), durationMs);
+}
+
+void ShowToast(const QString& text, LxToastType type, int durationMs) {
+    switch (type) {
+    case LxToastType::Success: return ShowSimpleToast(text, TriBool::True, durationMs);
+    case LxToastType::Error: return ShowSimpleToast(text, TriBool::False, durationMs);
+    case LxToastType::Warning:
+        return ShowToastLabel(QStringLiteral("⚠  ") + text, QStringLiteral("#f0ad4e"), QStringLiteral("#212529"),
+                              durationMs);
+    case LxToastType::Info: break;
+    }
+    ShowSimpleToast(text, TriBool::Neutral, durationMs);
 }
 
 }  // namespace gui

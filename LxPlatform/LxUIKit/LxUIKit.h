@@ -22,6 +22,12 @@
 #include <LxUIKit/DevTools/Spy/PseudoWidget.h>
 #include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 #include <LxUIKit/DevTools/UnitTest/UnitTestWnd.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewContentWidget.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewDefine.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewHelper.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewTitleBarWidget.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewTranslateTask.h>
+#include <LxUIKit/ImagePreview/LxImagePreviewWnd.h>
 #include <LxUIKit/LSlideshow.h>
 #include <LxUIKit/LUIKitReport.h>
 #include <LxUIKit/LUIKitWebDelegate.h>

@@ -24,6 +24,8 @@ const std::vector<GalleryPage>& AllGalleryPages() {
          &DemoSlideshowPage},
         {QStringLiteral("flyouts"), QT_TRANSLATE_NOOP("GalleryPages", "Flyouts"), &CreateFlyoutsPage, &DemoFlyoutsPage},
         {QStringLiteral("settings"), QT_TRANSLATE_NOOP("GalleryPages", "Settings"), &CreateSettingsPage, {}},
+        {QStringLiteral("preview"), QT_TRANSLATE_NOOP("GalleryPages", "Image preview"), &CreateImagePreviewPage,
+         &DemoImagePreviewPage},
     };
     return s_pages;
 }

@@ -41,3 +41,5 @@ void DemoSlideshowPage(QWidget* page);
 QWidget* CreateFlyoutsPage(QWidget* parent);
 void DemoFlyoutsPage(QWidget* page);
 QWidget* CreateSettingsPage(QWidget* parent);
+QWidget* CreateImagePreviewPage(QWidget* parent);
+void DemoImagePreviewPage(QWidget* page);

@@ -14,9 +14,12 @@
 #include <QDataStream>
 #include <QDir>
 #include <QMimeData>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QUrl>
+
+#include <cmath>
 
 namespace {
 
@@ -122,6 +125,27 @@ void PaintBorder(QPainter& painter, const QRectF& rect, const LxImageDrawOptions
     else  // the radii shrink by the half width the stroke moved in
         painter.drawPath(RoundedPath(inner, options.enCornerType, qMax(0.0, options.dRadiusX - half),
                                      qMax(0.0, options.dRadiusY - half)));
+    painter.restore();
+}
+
+void DrawScaledPart(QPainter& painter, const QRectF& target, const QPixmap& source, const QRectF& sourceRect,
+                    const QRectF& exposed) {
+    const QRectF visible = exposed.intersected(target);
+    if (visible.isEmpty() || sourceRect.isEmpty() || target.isEmpty())
+        return;
+    const double sx = sourceRect.width() / target.width(), sy = sourceRect.height() / target.height();
+    // Whole source pixels (one more on each side for the filter), mapped back exactly.
+    QRectF part(sourceRect.x() + (visible.left() - target.left()) * sx,
+                sourceRect.y() + (visible.top() - target.top()) * sy, visible.width() * sx, visible.height() * sy);
+    const QRectF whole = QRectF(QPointF(std::floor(part.left()) - 1, std::floor(part.top()) - 1),
+                                QPointF(std::ceil(part.right()) + 1, std::ceil(part.bottom()) + 1))
+                             .intersected(sourceRect);
+    const QRectF onScreen(target.left() + (whole.left() - sourceRect.x()) / sx,
+                          target.top() + (whole.top() - sourceRect.y()) / sy, whole.width() / sx, whole.height() / sy);
+    painter.save();
+    painter.setClipRect(visible, Qt::IntersectClip);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(onScreen, source, whole);
     painter.restore();
 }
 
@@ -316,10 +340,25 @@ bool CLxImageWidgetBase::GetRoundedCornerPixmapCache(QPixmap&) { return false; }
 
 void CLxImageWidgetBase::InvalidatePrepared() { m_pD->m_prepared.Invalidate(); }
 
-void CLxImageWidgetBase::paintEvent(QPaintEvent*) {
+void CLxImageWidgetBase::paintEvent(QPaintEvent* event) {
     const QPixmap source = GetCurPixmap();
     if (source.isNull()) {
         hide();
+        return;
+    }
+    const LxImageDrawOptions& options = m_pD->m_options;
+    const qreal dpr = devicePixelRatioF();
+    const QRect crop = lxuikit_image::CropRect(options, source.size());
+    const QSizeF shown = QSizeF(crop.isNull() ? source.size() : crop.size()) * options.dScale;
+    if (!options.bScaleToWidget && options.enCornerType == LxCornerRadiusType::None &&
+        qint64(shown.width()) * qint64(shown.height()) > lxuikit_image::kScalePartPixels && options.dScale != 1.0) {
+        // Too large to prepare whole: scale only what is exposed, on every paint.
+        m_pD->m_prepared.Invalidate();
+        const QRectF target(QPointF(0, 0), shown / dpr);
+        QPainter painter(this);
+        lxuikit_image::DrawScaledPart(painter, target, source, crop.isNull() ? QRectF(source.rect()) : QRectF(crop),
+                                      QRectF(event->rect()));
+        lxuikit_image::PaintBorder(painter, target, options);
         return;
     }
     const QPixmap pixmap = m_pD->m_prepared.Prepare(source, m_pD->m_options, size(), devicePixelRatioF(),

@@ -31,6 +31,15 @@ void RoundPixmap(QPixmap& pixmap, LxCornerRadiusType type, double dRadiusX, doub
 // is set. Nothing for an empty key, an unknown colour or a non-positive width.
 void PaintBorder(QPainter& painter, const QRectF& rect, const LxImageDrawOptions& options);
 
+// Pictures whose scaled size passes this many device pixels are never scaled whole: each paint
+// scales only the exposed part (a 6000 x 4000 photo at zoom 4 would be 1.5 GB prepared).
+constexpr qint64 kScalePartPixels = 16 * 1024 * 1024;
+
+// Draws the part of `source` (its `sourceRect`) that lands inside `exposed` when the whole of it is
+// stretched over `target` (painter coordinates), smoothly, touching no other pixel of the source.
+void DrawScaledPart(QPainter& painter, const QRectF& target, const QPixmap& source, const QRectF& sourceRect,
+                    const QRectF& exposed);
+
 // Puts one picture on the clipboard. `image`, when not null, goes as image data and as PNG bytes
 // ("image/png"), and that PNG is written to the temporary folder and listed as the URL. `fileBytes`,
 // when `fileMime` is set, go under that type as they are; `filePath` is listed as the URL when

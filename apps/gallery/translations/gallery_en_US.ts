@@ -229,6 +229,10 @@
             <source>Settings</source>
             <translation>Settings</translation>
         </message>
+        <message>
+            <source>Image preview</source>
+            <translation>Image preview</translation>
+        </message>
     </context>
     <context>
         <name>GalleryWindow</name>
@@ -983,6 +987,57 @@ In the cache: %4 pictures, %5 movies, %6 SVG, %7 MiB%8</translation>
         <message>
             <source>Quarterly outlook webinar</source>
             <translation>Quarterly outlook webinar</translation>
+        </message>
+    </context>
+    <context>
+        <name>ImagePreviewPage</name>
+        <message>
+            <source>Poster with captions</source>
+            <translation>Poster with captions</translation>
+        </message>
+        <message>
+            <source>Tall chart with captions</source>
+            <translation>Tall chart with captions</translation>
+        </message>
+        <message>
+            <source>Animated GIF (never zoomed)</source>
+            <translation>Animated GIF (never zoomed)</translation>
+        </message>
+        <message>
+            <source>SVG</source>
+            <translation>SVG</translation>
+        </message>
+        <message>
+            <source>Photo, 6000 × 4000</source>
+            <translation>Photo, 6000 × 4000</translation>
+        </message>
+        <message>
+            <source>Broken JPEG</source>
+            <translation>Broken JPEG</translation>
+        </message>
+        <message>
+            <source>Image preview</source>
+            <translation>Image preview</translation>
+        </message>
+        <message>
+            <source>Double-click a picture to open it in the preview window. Zoom with the wheel or the title bar, drag a large picture, step with Left and Right, right-click to copy. The translate button sends the picture to the demonstration service.</source>
+            <translation>Double-click a picture to open it in the preview window. Zoom with the wheel or the title bar, drag a large picture, step with Left and Right, right-click to copy. The translate button sends the picture to the demonstration service.</translation>
+        </message>
+        <message>
+            <source>The demonstration translation service could not start.</source>
+            <translation>The demonstration translation service could not start.</translation>
+        </message>
+        <message>
+            <source>Demonstration translation service: %1</source>
+            <translation>Demonstration translation service: %1</translation>
+        </message>
+        <message>
+            <source>Open preview</source>
+            <translation>Open preview</translation>
+        </message>
+        <message>
+            <source>Open and translate</source>
+            <translation>Open and translate</translation>
         </message>
     </context>
 </TS>

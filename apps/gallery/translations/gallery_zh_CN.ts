@@ -229,6 +229,10 @@
             <source>Settings</source>
             <translation>设置</translation>
         </message>
+        <message>
+            <source>Image preview</source>
+            <translation>图片预览</translation>
+        </message>
     </context>
     <context>
         <name>GalleryWindow</name>
@@ -983,6 +987,57 @@ In the cache: %4 pictures, %5 movies, %6 SVG, %7 MiB%8</source>
         <message>
             <source>Quarterly outlook webinar</source>
             <translation>季度展望网络研讨会</translation>
+        </message>
+    </context>
+    <context>
+        <name>ImagePreviewPage</name>
+        <message>
+            <source>Poster with captions</source>
+            <translation>带标题的海报</translation>
+        </message>
+        <message>
+            <source>Tall chart with captions</source>
+            <translation>带标题的竖版图表</translation>
+        </message>
+        <message>
+            <source>Animated GIF (never zoomed)</source>
+            <translation>GIF 动图（不缩放）</translation>
+        </message>
+        <message>
+            <source>SVG</source>
+            <translation>SVG 矢量图</translation>
+        </message>
+        <message>
+            <source>Photo, 6000 × 4000</source>
+            <translation>照片，6000 × 4000</translation>
+        </message>
+        <message>
+            <source>Broken JPEG</source>
+            <translation>损坏的 JPEG</translation>
+        </message>
+        <message>
+            <source>Image preview</source>
+            <translation>图片预览</translation>
+        </message>
+        <message>
+            <source>Double-click a picture to open it in the preview window. Zoom with the wheel or the title bar, drag a large picture, step with Left and Right, right-click to copy. The translate button sends the picture to the demonstration service.</source>
+            <translation>双击图片即可在预览窗口中打开。用滚轮或标题栏缩放，拖动大图，用左右方向键切换，右键复制。翻译按钮会把图片发送到演示翻译服务。</translation>
+        </message>
+        <message>
+            <source>The demonstration translation service could not start.</source>
+            <translation>演示翻译服务无法启动。</translation>
+        </message>
+        <message>
+            <source>Demonstration translation service: %1</source>
+            <translation>演示翻译服务：%1</translation>
+        </message>
+        <message>
+            <source>Open preview</source>
+            <translation>打开预览</translation>
+        </message>
+        <message>
+            <source>Open and translate</source>
+            <translation>打开并翻译</translation>
         </message>
     </context>
 </TS>
