@@ -6,6 +6,10 @@
 #include <LxStdUI/MultiLang.h>
 #include <LxUIKit/DevTools/Log/LogViewerWnd.h>
 #include <LxUIKit/DevTools/LxDevTools_p.h>
+#include <LxUIKit/DevTools/Performance/FpsMonitorDialog.h>
+#include <LxUIKit/DevTools/Performance/PerformanceMonitorWnd.h>
+#include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
+#include <LxUIKit/DevTools/UnitTest/UnitTestWnd.h>
 #include <LxUIKit/LxUIKitLog_p.h>
 
 #include <QApplication>
@@ -89,8 +93,8 @@ bool FilterApplicationEvent(QObject* obj, QEvent* ev, bool bAvailable) {
         if (key->key() == Qt::Key_F10) {
             if (!bAvailable)
                 return false;
-            // MERGE: initSpyToolWnd(true); return true;
-            return false;
+            initSpyToolWnd(true);
+            return true;
         }
         return false;
     }
@@ -133,12 +137,13 @@ void Init() {
     if (CLogViewerWnd::isAutoOpen())
         wnd->show();
 
-    // MERGE: 性能监控 / 单元测试 tabs
+    wnd->AddUserTab(QStringLiteral("性能监控"),
+                    AppGuarded([]() -> QWidget* { return new CPerformanceMonitorWnd(nullptr); }));
     wnd->AddUserTab(
         QStringLiteral("测试界面"), AppGuarded([]() -> QWidget* {
             return new QLabel(QStringLiteral("欢迎来到无人的荒漠! 搜索我，你可以学会很方便地往这里添加Tab!"));
         }));
-    // MERGE: 性能监控 / 单元测试 tabs
+    wnd->AddUserTab(QStringLiteral("单元测试"), AppGuarded([]() -> QWidget* { return new CUnitTestWnd(nullptr); }));
 
     // A hook installed before the tools (a host's own log sink) keeps receiving every record.
     FrameWork::StdOutCallback previous = FrameWork::GetStdOutHook();
@@ -160,6 +165,10 @@ void AddCustomTab(const QString& title, core::CSafeFunction<QWidget*()> factory)
         return;
     CLogViewerWnd::Singleton()->AddUserTab(title, std::move(factory));
 }
+
+namespace fps {
+void ShowFpsMonitor() { CFpsMonitorDialog::ShowDialog(); }
+}  // namespace fps
 
 namespace scheme {
 void InitSchemeFunction() { core::scheme::RegisterUnknowSchemeCallBack(&OnUnknownScheme); }

@@ -9,6 +9,7 @@
 // build has no way to switch the tools on at run time.
 #include <LxCore/FrameWork.h>
 #include <LxCore/SafeFunction.h>
+#include <LxUIKit/DevTools/Spy/LxSpyEntry.h>
 #include <LxUIKit/LxUIKitBuildConfig.h>
 #include <LxUIKit/LxUIKitExport.h>
 
@@ -32,6 +33,11 @@ LXUIKIT_EXPORT bool IsInitialized();
 // Adds a tab to the developer tools window. The factory makes a new parentless widget when the tab
 // is first opened; the window owns it. Ignored when the tools are not available.
 LXUIKIT_EXPORT void AddCustomTab(const QString& title, core::CSafeFunction<QWidget*()> factory);
+
+namespace fps {
+// Opens the FPS monitor (one dialog per process). Not gated: the monitor is useful on its own.
+LXUIKIT_EXPORT void ShowFpsMonitor();
+}  // namespace fps
 
 namespace scheme {
 // Registers the handler for scheme URLs no module takes: a localised "page failed to load" message

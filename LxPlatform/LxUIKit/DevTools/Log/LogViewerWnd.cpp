@@ -10,6 +10,7 @@
 #include <LxUIKit/DevTools/Log/LogStatisticsDialog.h>
 #include <LxUIKit/DevTools/Log/LogViewerWnd_p.h>
 #include <LxUIKit/DevTools/LxDevTools.h>
+#include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 #include <LxUIKit/LxGuiHelper.h>
 #include <LxUIKit/LxUIKitLog_p.h>
 
@@ -468,9 +469,7 @@ void CLogViewerWnd::SetupUi() {
     LXUIKIT_SAFE_CONNECT(d->pRegExp.data(), &QCheckBox::clicked, this, [this] { UpdateAllFilterFlags(); });
     LXUIKIT_SAFE_CONNECT(d->pAutoOpenBtn.data(), &QPushButton::toggled, this,
                          [](bool on) { core::app_setting::SetBool(kAutoOpenKey, on); });
-    LXUIKIT_SAFE_CONNECT(d->pSpyBtn.data(), &QPushButton::clicked, this, [] {
-        // MERGE: initSpyToolWnd(true);
-    });
+    LXUIKIT_SAFE_CONNECT(d->pSpyBtn.data(), &QPushButton::clicked, this, [] { initSpyToolWnd(true); });
     LXUIKIT_SAFE_CONNECT(d->pUiDemoBtn.data(), &QPushButton::clicked, this, &CLogViewerWnd::showUiDemo);
 
     d->pModel = new CItemInfoStandardItemModel(this, &d->vecStore, kFetchBatch);

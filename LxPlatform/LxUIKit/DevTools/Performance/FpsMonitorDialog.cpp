@@ -1,4 +1,5 @@
 #include <LxUIKit/DevTools/Performance/FpsMonitorDialog.h>
+#include <LxUIKit/DevTools/Spy/LxSpyEntry.h>
 
 #include <LxUIKit/DevTools/DevToolsText_p.h>
 
@@ -83,9 +84,7 @@ void CFpsMonitorDialog::SetupUi() {
         setWindowFlag(Qt::WindowStaysOnTopHint, on);
         show();  // changing the flags hides the window
     });
-    LXUIKIT_SAFE_CONNECT(d->pSpyBtn.data(), &QPushButton::clicked, this, [] {
-        // MERGE: devtools::spy::ShowSpyToolWin();
-    });
+    LXUIKIT_SAFE_CONNECT(d->pSpyBtn.data(), &QPushButton::clicked, this, [] { devtools::spy::ShowSpyToolWin(); });
     LXUIKIT_SAFE_CONNECT(d->pTable.data(), &QTableWidget::itemClicked, this, &CFpsMonitorDialog::OnItemClicked);
 }
 

@@ -3,6 +3,7 @@
 #include <LxCore/Post.h>
 #include <LxStdUI/LFlowLayout.h>
 #include <LxStdUI/LStyleSheetStyleHelper.h>
+#include <LxUIKit/DevTools/LModalBypassHelper.h>
 #include <LxUIKit/DevTools/Spy/LxCurrentWidgetHighLightView_p.h>
 #include <LxUIKit/DevTools/Spy/LxObjectEventView_p.h>
 #include <LxUIKit/DevTools/Spy/LxObjectSignalSlotView_p.h>
@@ -91,7 +92,7 @@ CSpyToolWnd::CSpyToolWnd(QWidget* parent) : QWidget(parent, Qt::Window) {
     setLayoutDirection(Qt::LeftToRight);
     qApp->installEventFilter(this);
     setAttribute(Qt::WA_DeleteOnClose);
-    // MERGE: lx_devtools::LModalBypassHelper::Attach(this);
+    lx_devtools::LModalBypassHelper::Attach(this);
     resize(200, 200);
     setWindowTitle(QStringLiteral("QT SPY 工具（快捷键 Ctrl+F10）"));
 
