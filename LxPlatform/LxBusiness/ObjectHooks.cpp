@@ -107,6 +107,7 @@ void OnAdd(QObject* object) {
     if (post)
         QCoreApplication::postEvent(post, new QEvent(QEvent::User));
     if (prev)
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): Qt keeps hook functions as integers
         reinterpret_cast<QHooks::AddQObjectCallback>(prev)(object);
 }
 
@@ -128,6 +129,7 @@ void OnRemove(QObject* object) {
         }
     }
     if (prev)
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): Qt keeps hook functions as integers
         reinterpret_cast<QHooks::RemoveQObjectCallback>(prev)(object);
 }
 

@@ -47,7 +47,8 @@ bool ParseStatm(const QByteArray& text, uint64_t* pResidentPages) {
 bool ParseIo(const QByteArray& text, IoCounters* pOut) {
     IoCounters io;
     unsigned found = 0;
-    for (const QByteArray& line : text.split('\n')) {
+    const auto lines = text.split('\n');
+    for (const QByteArray& line : lines) {
         const int colon = line.indexOf(':');
         if (colon <= 0)
             continue;
@@ -115,7 +116,7 @@ bool CProcSampler::ReadFile(const char* name, QByteArray& text, unsigned bit) {
     // /proc files report size 0: read until the end rather than by size. Bounded: these files
     // are small, a huge one is not what we expect.
     if (file.open(QIODevice::ReadOnly))
-        text = file.read(64 * 1024);
+        text = file.read(qint64(64) * 1024);
     if (file.isOpen() && !text.isEmpty())
         return true;
     if (!(m_u32Reported & bit)) {
@@ -127,7 +128,7 @@ bool CProcSampler::ReadFile(const char* name, QByteArray& text, unsigned bit) {
 }
 
 void CProcSampler::Sample(qint64 i64NowMs, CAppInformation& out) {
-    const double seconds = m_bHavePrev && i64NowMs > m_i64PrevMs ? (i64NowMs - m_i64PrevMs) / 1000.0 : 0.0;
+    const double seconds = m_bHavePrev && i64NowMs > m_i64PrevMs ? double(i64NowMs - m_i64PrevMs) / 1000.0 : 0.0;
     auto parseFailed = [this](const char* name, unsigned bit) {
         if (!(m_u32Reported & bit)) {
             m_u32Reported |= bit;
@@ -194,8 +195,8 @@ void CProcSampler::Sample(qint64 i64NowMs, CAppInformation& out) {
         m_i64RecvTotal += recv;
         m_i64SentTotal += sent;
         if (seconds > 0) {
-            out.dTcpRecvKBps = recv / 1024.0 / seconds;
-            out.dTcpSentKBps = sent / 1024.0 / seconds;
+            out.dTcpRecvKBps = double(recv) / 1024.0 / seconds;
+            out.dTcpSentKBps = double(sent) / 1024.0 / seconds;
         }
     }
     m_bPrevNetOk = netOk;

@@ -12,6 +12,7 @@ void LLineEdit::setErrorState(bool bError) {
         return;
     m_bError = bError;
     ApplyTheme();
+    Q_EMIT errorStateChanged(bError);
 }
 
 QString LLineEdit::borderColorKey() const {

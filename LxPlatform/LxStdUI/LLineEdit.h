@@ -9,7 +9,7 @@
 
 class LXSTDUI_EXPORT LLineEdit : public QLineEdit {
     Q_OBJECT
-    Q_PROPERTY(bool errorState READ isErrorState WRITE setErrorState)
+    Q_PROPERTY(bool errorState READ isErrorState WRITE setErrorState NOTIFY errorStateChanged)
 public:
     explicit LLineEdit(QWidget* parent = nullptr);
 
@@ -17,6 +17,9 @@ public:
     bool isErrorState() const { return m_bError; }
     // Border colour key of the current state (for tests and custom painting around the edit).
     QString borderColorKey() const;
+
+Q_SIGNALS:
+    void errorStateChanged(bool bError);
 
 protected:
     void focusInEvent(QFocusEvent* e) override;

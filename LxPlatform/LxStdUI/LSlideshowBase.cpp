@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QTimer>
 
+#include <cmath>
+
 namespace {
 constexpr int kDot = 6;
 constexpr int kDotGap = 8;
@@ -198,7 +200,7 @@ void LSlideshowBase::setAutoPlayInterval(int i32Ms) {
 
 int LSlideshowBase::heightForWidth(int w) const {
     const double r = RatioValue(m_enRatio);
-    return r > 0 ? int(w / r + 0.5) : -1;
+    return r > 0 ? int(std::lround(w / r)) : -1;
 }
 
 QSize LSlideshowBase::sizeHint() const {

@@ -72,7 +72,7 @@ void PaintIndicatorButton(QAbstractButton* button, bool bRound, int spacing, boo
     const bool on = button->isChecked();
     if (!enabled)
         p.setOpacity(0.4);
-    const QRectF box(0.5, (button->height() - kIndicator) / 2 + 0.5, kIndicator - 1, kIndicator - 1);
+    const QRectF box(0.5, (button->height() - kIndicator) / 2.0 + 0.5, kIndicator - 1, kIndicator - 1);
     const QColor accent = Color("ct_button_primary");
     const QColor border = (bHover && enabled) ? accent : Color("ct_border");
     p.setPen(QPen(on ? accent : border, 1));

@@ -95,7 +95,7 @@ QString SelectorText(const QCss::Selector& sel) {
 
 QString DeclarationText(const QCss::Declaration& d) {
     QStringList values;
-    for (const QCss::Value& v : d.d->values) {
+    for (const QCss::Value& v : qAsConst(d.d->values)) {
         if (v.type == QCss::Value::TermOperatorComma) {
             if (!values.isEmpty())
                 values.last() += QLatin1Char(',');
@@ -178,7 +178,7 @@ QList<LStyleSheetStyleHelper::Rule> LStyleSheetStyleHelper::objectStyleRules(con
                     out.lstDeclarations << DeclarationText(d);
             }
         }
-        for (const Rule& r : byOrder)
+        for (const Rule& r : qAsConst(byOrder))
             rules.append(r);
     }
     return rules;

@@ -92,7 +92,8 @@ int ValueOrPercentageToInt(double value, int total) {
 std::vector<Token> ParseFlags(const QString& flags, QStringList* errors) {
     std::vector<Token> tokens;
     const auto& order = ClassificationOrder();
-    for (const QString& raw : flags.split(QLatin1Char(','))) {
+    const auto parts = flags.split(QLatin1Char(','));
+    for (const QString& raw : parts) {
         const QString text = raw.trimmed();
         if (text.isEmpty())
             continue;

@@ -205,7 +205,8 @@ int CSectionInputWidget::GetDescTextWidth() const {
 }
 
 void CSectionInputWidget::RefreshLayout(int width) {
-    for (LText* pText : findChildren<LText*>()) {
+    const auto texts = findChildren<LText*>();
+    for (LText* pText : texts) {
         pText->setMinimumWidth(width);
         pText->setMaximumWidth(width);
         pText->updateGeometry();

@@ -33,7 +33,7 @@ void PaintBorder(QPainter& painter, const QRectF& rect, const LxImageDrawOptions
 
 // Pictures whose scaled size passes this many device pixels are never scaled whole: each paint
 // scales only the exposed part (a 6000 x 4000 photo at zoom 4 would be 1.5 GB prepared).
-constexpr qint64 kScalePartPixels = 16 * 1024 * 1024;
+constexpr qint64 kScalePartPixels = qint64(16) * 1024 * 1024;
 
 // Draws the part of `source` (its `sourceRect`) that lands inside `exposed` when the whole of it is
 // stretched over `target` (painter coordinates), smoothly, touching no other pixel of the source.

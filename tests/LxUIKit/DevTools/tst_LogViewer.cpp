@@ -17,6 +17,7 @@
 #include <QTableView>
 #include <QtTest>
 
+#include <algorithm>
 #include <thread>
 
 #include "LxTestSupport.h"
@@ -198,10 +199,10 @@ void TestLogViewer::threadsKeepTheirOrderUnderLoad() {
         QVERIFY2(n > last[t], qPrintable(lines[i].strMessage));
         last[t] = n;
     }
-    // Every record was counted, kept or not, and the newest of each thread survived.
+    // Every record was counted, kept or not, and the newest record survived. (A thread that finished
+    // early may have all of its records pushed out by the others: that depends on scheduling.)
     QCOMPARE(lines.last().i32Seq, kThreads * kEach);
-    for (int t = 0; t < kThreads; ++t)
-        QCOMPARE(last[t], kEach - 1);
+    QVERIFY(std::any_of(std::begin(last), std::end(last), [](int n) { return n == kEach - 1; }));
 }
 
 void TestLogViewer::mainThreadRecordDrainsTheQueueFirst() {

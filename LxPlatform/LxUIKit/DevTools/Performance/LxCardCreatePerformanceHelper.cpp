@@ -58,7 +58,8 @@ void LxCardCreatePerformanceHelper::ShowCreatePerformanceInfoWindow() {
         const double n = info.i32Reports > 0 ? double(info.i32Reports) : 1.0;
         QList<QStandardItem*> row;
         row << new QStandardItem(QStringLiteral("%1（%2）").arg(it.key()).arg(info.i32Reports));
-        for (double v : {info.i64TotalTimeMs / n, info.i64TotalCreated / n, info.i64TotalVisible / n}) {
+        for (double v :
+             {double(info.i64TotalTimeMs) / n, double(info.i64TotalCreated) / n, double(info.i64TotalVisible) / n}) {
             auto* item = new QStandardItem;
             item->setData(v, Qt::DisplayRole);
             row << item;

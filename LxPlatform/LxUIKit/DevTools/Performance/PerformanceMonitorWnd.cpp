@@ -77,7 +77,7 @@ const CAppInformation* CAppChartContext::Sample(int i32Index) const {
 }
 
 double CAppChartContext::Seconds(const CAppInformation& info) const {
-    return (info.i64TimeMs - m_pSet->i64StartMs) / 1000.0;
+    return double(info.i64TimeMs - m_pSet->i64StartMs) / 1000.0;
 }
 
 QString CAppLineChartCallBackBase::GetHoverScaleText(LLineChart*, double dX) {
@@ -352,16 +352,16 @@ void CPerformanceMonitorWnd::UpdateData() {
         m_pCharts[2]->SetLegendText(1, DevText("tcp send: %1kb/s").arg(Number(last.dTcpSentKBps, 2)));
     }
     if (m_pNetTotals[0])
-        m_pNetTotals[0]->setText(DevText("已接收 %1kb").arg(Number(last.i64TcpRecvBytes / kKb, 2)));
+        m_pNetTotals[0]->setText(DevText("已接收 %1kb").arg(Number(double(last.i64TcpRecvBytes) / kKb, 2)));
     if (m_pNetTotals[1])
-        m_pNetTotals[1]->setText(DevText("已发送 %1kb").arg(Number(last.i64TcpSentBytes / kKb, 2)));
+        m_pNetTotals[1]->setText(DevText("已发送 %1kb").arg(Number(double(last.i64TcpSentBytes) / kKb, 2)));
     const QString texts[6] = {
         DevText("总请求数: %1").arg(last.i64TotalRequests),
         DevText("总Push数: %1").arg(last.i64TotalPushes),
-        DevText("上行: %1kb").arg(Number(last.i64UpstreamBytes / kKb, 2)),
-        DevText("下行: %1kb").arg(Number(last.i64DownstreamBytes / kKb, 2)),
-        DevText("总发送: %1kb").arg(Number(last.i64TcpSentBytes / kKb, 2)),
-        DevText("总接收: %1kb").arg(Number(last.i64TcpRecvBytes / kKb, 2)),
+        DevText("上行: %1kb").arg(Number(double(last.i64UpstreamBytes) / kKb, 2)),
+        DevText("下行: %1kb").arg(Number(double(last.i64DownstreamBytes) / kKb, 2)),
+        DevText("总发送: %1kb").arg(Number(double(last.i64TcpSentBytes) / kKb, 2)),
+        DevText("总接收: %1kb").arg(Number(double(last.i64TcpRecvBytes) / kKb, 2)),
     };
     for (int i = 0; i < 6; ++i)
         if (m_pTotals[i])

@@ -17,8 +17,12 @@ void LxWidgetRectView::paintEvent(QPaintEvent*) {
 }
 
 namespace {
-QPointer<LxCurrentWidgetHighLightView> g_highlight;
+// Made on first use, not when the library loads.
+QPointer<LxCurrentWidgetHighLightView>& Highlight() {
+    static QPointer<LxCurrentWidgetHighLightView> s_highlight;
+    return s_highlight;
 }
+}  // namespace
 
 LxWidgetRectView* LxCurrentWidgetHighLightView::MakeFrame(bool hover) {
     auto* frame = hover ? new LxWidgetRectView(QColor(0x1E, 0x80, 0xFF), Qt::DashLine)
@@ -35,14 +39,14 @@ LxCurrentWidgetHighLightView::~LxCurrentWidgetHighLightView() {
 }
 
 LxCurrentWidgetHighLightView* LxCurrentWidgetHighLightView::Init() {
-    if (!g_highlight)
-        g_highlight = new LxCurrentWidgetHighLightView();
-    return g_highlight;
+    if (!Highlight())
+        Highlight() = new LxCurrentWidgetHighLightView();
+    return Highlight();
 }
 
-void LxCurrentWidgetHighLightView::Release() { delete g_highlight.data(); }
+void LxCurrentWidgetHighLightView::Release() { delete Highlight().data(); }
 
-LxCurrentWidgetHighLightView* LxCurrentWidgetHighLightView::Instance() { return g_highlight; }
+LxCurrentWidgetHighLightView* LxCurrentWidgetHighLightView::Instance() { return Highlight(); }
 
 void LxCurrentWidgetHighLightView::Place(QPointer<LxWidgetRectView>& frame, bool hover, const PseudoWidget& pw) {
     QWidget* window = pw.isValid() ? pw.window() : nullptr;

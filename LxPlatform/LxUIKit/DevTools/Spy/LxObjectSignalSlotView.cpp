@@ -96,10 +96,12 @@ void LxObjectSignalSlotView::OnSelectedPseudoWidgetChanged(const PseudoWidget& p
     if (!obj)
         return;
     auto* outItem = new QTreeWidgetItem(m_pTree, QStringList(QStringLiteral("Signals out")));
-    for (const Connection& c : Outgoing(obj))
+    const auto outgoing = Outgoing(obj);
+    for (const Connection& c : outgoing)
         new QTreeWidgetItem(outItem, {c.strSignal, c.strPeer, c.strMethod});
     auto* inItem = new QTreeWidgetItem(m_pTree, QStringList(QStringLiteral("Signals in")));
-    for (const Connection& c : Incoming(obj))
+    const auto incoming = Incoming(obj);
+    for (const Connection& c : incoming)
         new QTreeWidgetItem(inItem, {c.strSignal, c.strPeer, c.strMethod});
     outItem->setText(1, QString::number(outItem->childCount()));
     inItem->setText(1, QString::number(inItem->childCount()));

@@ -36,7 +36,7 @@ void LxWidgetPaletteView::OnSelectedPseudoWidgetChanged(const PseudoWidget& pw, 
         m_pTable->setItem(row, 0, new QTableWidgetItem(QLatin1String(key)));
         int col = 1;
         for (QPalette::ColorGroup g : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-            const QColor c = pal.color(g, QPalette::ColorRole(role));
+            const QColor& c = pal.color(g, QPalette::ColorRole(role));
             QPixmap swatch(14, 14);
             swatch.fill(c);
             auto* item =

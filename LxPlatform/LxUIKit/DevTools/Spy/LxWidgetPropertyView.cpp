@@ -84,7 +84,8 @@ void LxWidgetPropertyView::Fill(const PseudoWidget& pw) {
             const QMetaEnum e = p.isEnumType() ? p.enumerator() : QMetaEnum();
             AddRow(QLatin1String(p.name()), devtools::spy::DebugVariableText(p.read(o), e), p.isWritable());
         }
-        for (const QByteArray& name : o->dynamicPropertyNames())
+        const auto dynamicNames = o->dynamicPropertyNames();
+        for (const QByteArray& name : dynamicNames)
             AddRow(QString::fromLatin1(name), devtools::spy::DebugVariableText(o->property(name.constData())), true);
     }
     m_pStyle->setHtml(devtools::spy::DumpObjectStyleSheetDebugHtmlText(pw.widgetOrPhantomContainer()));

@@ -48,7 +48,8 @@ QStringList CopyReviewTexts(const PseudoWidget& pw) {
                 add(bar->tabText(i));
         }
     } else if (auto* menu = qobject_cast<QMenu*>(c)) {
-        for (QAction* a : menu->actions()) {
+        const auto actions = menu->actions();
+        for (QAction* a : actions) {
             if (a != pw.phantomObject() && !a->isSeparator())
                 add(a->text());
         }

@@ -92,11 +92,12 @@ bool CUnitTestWnd::RunAll() {
 
 bool CUnitTestWnd::RunSelected() {
     QStringList names;
-    for (QTreeWidgetItem* item : m_pList->selectedItems())
+    const auto selected = m_pList->selectedItems();
+    for (QTreeWidgetItem* item : selected)
         names << item->text(NameColumn);
     if (names.isEmpty() || !CUnitTestManager::instance()->StartRun(names))
         return false;
-    for (const QString& name : names)
+    for (const QString& name : qAsConst(names))
         ShowResult(CUnitTestManager::instance()->GetResult(name));
     SetRunning(true);
     m_pSummary->setText(DevText("运行中…"));
