@@ -3,6 +3,8 @@
 #   scripts/test.sh              debug build in build/
 #   scripts/test.sh --sanitize   AddressSanitizer + UndefinedBehaviorSanitizer build in build-asan/
 #   scripts/test.sh --clang      the same suite built with clang in build-clang/
+#   scripts/test.sh --tsan       ThreadSanitizer build (clang) in build-tsan/ of the suites whose
+#                                code runs on several threads, and runs those
 #   scripts/test.sh --no-devtools the release gate: developer tools off, in build-nodevtools/; builds
 #                                only the library and the suites that check the gate, and runs those
 # Extra arguments after "--" go to ctest (for example: scripts/test.sh -- -R zip).
@@ -22,6 +24,19 @@ elif [ "${1:-}" = "--clang" ]; then
   dir="${LX_BUILD_DIR:-$LX_ROOT/build-clang}"
   LX_PACKAGES+=(clang)
   export CC=clang CXX=clang++
+elif [ "${1:-}" = "--tsan" ]; then
+  shift
+  dir="${LX_BUILD_DIR:-$LX_ROOT/build-tsan}"
+  LX_PACKAGES+=(clang)
+  export CC=clang CXX=clang++
+  cmake_args=(-DLX_TSAN=ON -DLX_BUILD_GALLERY=OFF -DLX_BUILD_BENCH=OFF)
+  # Logging from many threads (the core, the viewer's queue, the developer tools' hook), posting to
+  # the main thread, the HTTP layer and the download delegate, image decoding and translation
+  # off the GUI thread, and the object-count hooks.
+  tsan_suites=(Dispatch FrameWork Http DevTools LogViewer HttpDownloadDelegate WebImageLoading
+    WebImageDecoder SvgDocumentGuard ImagePreviewTranslateTask AppListener TsanCanary)
+  export LX_TARGETS="${tsan_suites[*]/#/tst_}"
+  set -- -R "^tst_($(IFS='|'; echo "${tsan_suites[*]}"))\$" "$@"
 elif [ "${1:-}" = "--no-devtools" ]; then
   shift
   dir="${LX_BUILD_DIR:-$LX_ROOT/build-nodevtools}"

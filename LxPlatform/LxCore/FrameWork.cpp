@@ -7,9 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMutex>
-#include <QMutexLocker>
 #include <QThread>
+#include <mutex>
 
 #include <atomic>
 #include <cstdio>
@@ -25,7 +24,7 @@ struct CallSiteKey {
 };
 
 struct LogState {
-    QMutex mutex;  // guards everything below
+    std::mutex mutex;  // guards everything below (a pthread mutex, which ThreadSanitizer understands)
     QFile file;
     QString strPath;
     qint64 i64SizeLimit = qint64(10) * 1024 * 1024;
@@ -150,7 +149,7 @@ void WriteLogRaw(const char* file, int line, const char* function, int level, co
     std::shared_ptr<const StdOutCallback> hook;
     {
         LogState& s = State();
-        QMutexLocker lock(&s.mutex);
+        std::lock_guard<std::mutex> lock(s.mutex);
         AppendToFile(s, record);
         LogCallSite& site = s.mapSites[CallSiteKey{ctx.strFile, line}];
         if (site.u64Count == 0) {
@@ -177,7 +176,7 @@ void WriteLogRaw(const char* file, int line, const char* function, int level, co
 
 LogStatisticsContext GetLogStatistics() {
     LogState& s = State();
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     LogStatisticsContext out;
     out.vecCallSites.reserve(s.mapSites.size());
     for (const auto& kv : s.mapSites)
@@ -190,7 +189,7 @@ LogStatisticsContext GetLogStatistics() {
 
 void ResetLogStatistics() {
     LogState& s = State();
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     s.mapSites.clear();
     s.mapPerLevel.clear();
     s.mapPerModule.clear();
@@ -201,7 +200,7 @@ QString GetLogFilePath() { return CurrentLogPath(); }
 
 void SetLogFileSizeLimit(qint64 bytes) {
     LogState& s = State();
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     s.i64SizeLimit = qMax<qint64>(1024, bytes);
 }
 
@@ -210,19 +209,19 @@ void _FW_InitStdOutInMainThread(StdOutCallback callback) {
     std::shared_ptr<const StdOutCallback> hook;
     if (callback)
         hook = std::make_shared<const StdOutCallback>(std::move(callback));
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     s.hook.swap(hook);  // the old hook is released after the lock, outside any record in flight
 }
 
 StdOutCallback GetStdOutHook() {
     LogState& s = State();
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     return s.hook ? *s.hook : StdOutCallback();
 }
 
 AssertHandler SetAssertHandler(AssertHandler handler) {
     LogState& s = State();
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     AssertHandler old = std::move(s.assertHandler);
     s.assertHandler = std::move(handler);
     return old;
@@ -246,7 +245,7 @@ void _FW_OnAssertFailed(int i32Severity, const char* module, const char* file, i
     AssertHandler handler;
     {
         LogState& s = State();
-        QMutexLocker lock(&s.mutex);
+        std::lock_guard<std::mutex> lock(s.mutex);
         handler = s.assertHandler;
     }
     if (handler)
@@ -262,13 +261,13 @@ bool _FW_AssertInMainThread(const char* module, const char* file, int line) {
 
 std::map<QString, IOStatistic> GetIOStaticstic() {
     LogState& s = State();
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     return s.mapIO;
 }
 
 void AddIORead(const QString& path, uint64_t bytes) {
     LogState& s = State();
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     IOStatistic& io = s.mapIO[path];
     ++io.u64ReadCount;
     io.u64ReadBytes += bytes;
@@ -276,7 +275,7 @@ void AddIORead(const QString& path, uint64_t bytes) {
 
 void AddIOWrite(const QString& path, uint64_t bytes) {
     LogState& s = State();
-    QMutexLocker lock(&s.mutex);
+    std::lock_guard<std::mutex> lock(s.mutex);
     IOStatistic& io = s.mapIO[path];
     ++io.u64WriteCount;
     io.u64WriteBytes += bytes;

@@ -1,15 +1,15 @@
 #include <LxCore/ProductPath.h>
 
 #include <QDir>
-#include <QMutex>
 #include <QStandardPaths>
+#include <mutex>
 
 namespace core {
 namespace product_path {
 namespace {
 // The root set by SetRootDir(), made on first use so loading the library runs no constructor.
 struct RootOverride {
-    QMutex mutex;  // guards strRoot: any thread may ask for a folder
+    std::mutex mutex;  // guards strRoot: any thread may ask for a folder
     QString strRoot;
 };
 RootOverride& Override() {
@@ -26,7 +26,7 @@ QString Ensure(const QString& path) {
 QString GetRootDir() {
     {
         RootOverride& o = Override();
-        QMutexLocker lock(&o.mutex);
+        std::lock_guard<std::mutex> lock(o.mutex);
         if (!o.strRoot.isEmpty())
             return o.strRoot;
     }
@@ -41,7 +41,7 @@ QString GetRootDir() {
 
 void SetRootDir(const QString& root) {
     RootOverride& o = Override();
-    QMutexLocker lock(&o.mutex);
+    std::lock_guard<std::mutex> lock(o.mutex);
     o.strRoot = root.isEmpty() ? QString() : QDir::cleanPath(root);
 }
 

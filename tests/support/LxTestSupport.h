@@ -56,21 +56,33 @@ private:
     QTemporaryDir m_dir;
 };
 
+#if defined(__SANITIZE_ADDRESS__)
+#define LX_TEST_ADDRESS_SANITIZER 1
+#endif
+#if defined(__SANITIZE_THREAD__)
+#define LX_TEST_THREAD_SANITIZER 1
+#endif
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define LX_TEST_ADDRESS_SANITIZER 1
+#endif
+#if __has_feature(thread_sanitizer)
+#define LX_TEST_THREAD_SANITIZER 1
+#endif
+#endif
+
 // What a piece of work cost the process, through getrusage: CPU time and how far the peak
 // resident size rose (0 when it stayed under an earlier peak, so put costly checks first).
 class CostMeter {
 public:
     // Ceilings are set for an uninstrumented build; under AddressSanitizer (shadow memory, freed
-    // memory held in quarantine, slower allocation) they are multiplied by this.
+    // memory held in quarantine, slower allocation) they are multiplied by this, and more under
+    // ThreadSanitizer, which checks every memory access against the other threads' history.
     static constexpr double kSanitizerFactor =
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(LX_TEST_THREAD_SANITIZER)
+        10.0;
+#elif defined(LX_TEST_ADDRESS_SANITIZER)
         4.0;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-        4.0;
-#else
-        1.0;
-#endif
 #else
         1.0;
 #endif

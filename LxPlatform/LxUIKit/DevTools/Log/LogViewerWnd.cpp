@@ -26,7 +26,6 @@
 #include <QLabel>
 #include <QLibrary>
 #include <QMenu>
-#include <QMutex>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -36,6 +35,7 @@
 #include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <mutex>
 
 #include <dlfcn.h>
 
@@ -61,7 +61,7 @@ std::atomic<bool> g_stdOutUIIsVisible{false};
 // Records written by worker threads, waiting for the GUI thread. Never destroyed: a thread may log
 // during the process's static teardown.
 struct PendingQueue {
-    QMutex mutex;
+    std::mutex mutex;
     QVector<CLogViewerWnd::ItemData> vecPending;  // guarded by mutex
     qint64 i64Skipped = 0;                        // records dropped from the queue's front (guarded)
     // The GUI thread's side: swapped with the queue on each drain and cleared afterwards, so both
@@ -348,7 +348,7 @@ CLogViewerWnd::~CLogViewerWnd() {
     if (s_pCLogViewerWnd == this) {
         s_pCLogViewerWnd = nullptr;
         g_stdOutUIIsVisible = false;
-        QMutexLocker lock(&Queue().mutex);  // queued records belonged to this window
+        std::lock_guard<std::mutex> lock(Queue().mutex);  // queued records belonged to this window
         Queue().vecPending.clear();
         Queue().i64Skipped = 0;
         g_i32PendingCount.store(0);
@@ -576,7 +576,7 @@ void CLogViewerWnd::addMessage(const FrameWork::LogContext& context) {
         return;
     }
     PendingQueue& q = Queue();
-    QMutexLocker lock(&q.mutex);
+    std::lock_guard<std::mutex> lock(q.mutex);
     if (q.vecPending.capacity() == 0)
         q.vecPending.reserve(2 * (SAVE_INFO_SIZE + kDropBlock));
     q.vecPending.append(std::move(item));
@@ -598,7 +598,7 @@ void CLogViewerWnd::FlashPendingMessage() {
     batch.clear();
     qint64 skipped = 0;
     {
-        QMutexLocker lock(&Queue().mutex);
+        std::lock_guard<std::mutex> lock(Queue().mutex);
         batch.swap(Queue().vecPending);
         skipped = Queue().i64Skipped;
         Queue().i64Skipped = 0;
