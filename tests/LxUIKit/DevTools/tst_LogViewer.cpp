@@ -8,6 +8,7 @@
 #include <LxUIKit/DevTools/LxDevTools.h>
 #include <LxUIKit/DevTools/LxDevTools_p.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -446,6 +447,24 @@ void TestLogViewer::uiDemoPluginMissingOrLoaded() {
         if (w->objectName() == QStringLiteral("LxStdUiDemoMainWnd") && w->isVisible())
             demo = w;
     QVERIFY(demo);
+    // It shows the standard UI library's controls (by class name: the plug-in brings its own
+    // copy of the kit, so casts across the two would not be meaningful).
+    QSet<QString> classes;
+    for (QWidget* w : demo->findChildren<QWidget*>())
+        classes.insert(QString::fromLatin1(w->metaObject()->className()));
+    for (const char* name : {"LText", "LTitle", "LLink", "LCheck", "LRadio", "LSwitch", "LComboBox", "LLineEdit",
+                             "LIconButton", "LTabBarBase", "LLineChart", "LSlideshowBase"})
+        QVERIFY2(classes.contains(QString::fromLatin1(name)), name);
+    // The theme switch flips the theme live (the plug-in's own theme manager: read it through the
+    // window's colours) and flips it back.
+    QCoreApplication::processEvents();  // let the window settle (and take its screenshots if asked)
+    auto* themeSwitch = demo->findChild<QAbstractButton*>(QStringLiteral("DemoThemeSwitch"));
+    QVERIFY(themeSwitch);
+    const QString before = demo->styleSheet();
+    themeSwitch->click();
+    QVERIFY(demo->styleSheet() != before);
+    themeSwitch->click();
+    QCOMPARE(demo->styleSheet(), before);
     demo->close();
 #endif
 }
