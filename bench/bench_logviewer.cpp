@@ -58,8 +58,10 @@ struct Result {
     bool bOrdered = true;
 };
 
-// Runs the writers while the GUI loop keeps going; `drain` is called every 500 ms and timed.
-Result Run(int perThread, const std::function<void(int, int)>& write, const std::function<void()>& drain) {
+// Runs the writers while the GUI loop keeps going; `drain` is called every 500 ms and timed, and
+// once the writers are done `finish` moves in whatever is still waiting.
+Result Run(int perThread, const std::function<void(int, int)>& write, const std::function<void()>& drain,
+           const std::function<void()>& finish) {
     Result r;
     r.i64RssStart = RssBytes();
     std::atomic<int> running{kThreads};
@@ -100,7 +102,7 @@ Result Run(int perThread, const std::function<void(int, int)>& write, const std:
     loop.exec();
     for (auto& w : writers)
         w.join();
-    drain();
+    finish();
     // A drain that ran past the last tick was a stall too.
     r.dLongestStallMs = qMax(r.dLongestStallMs, r.dLongestDrainMs);
     // Writers run side by side: the rate is all records over the mean time one writer took.
@@ -153,6 +155,7 @@ int main(int argc, char** argv) {
             ctx.strText = Text(t, i);
             devtools::detail::OnLogRecord(ctx);
         },
+        [wnd] { wnd->DrainTurn(); },  // what the window's own 500 ms timer runs
         [wnd] { wnd->FlashPendingMessage(); });
     QStringList kept;
     for (const auto& item : wnd->Lines())
@@ -176,6 +179,15 @@ int main(int argc, char** argv) {
     edit.show();
     QMutex mutex;
     QStringList pending;
+    const auto anchorDrain = [&] {
+        QStringList batch;
+        {
+            QMutexLocker lock(&mutex);
+            batch.swap(pending);
+        }
+        for (const QString& line : batch)
+            edit.appendPlainText(line);
+    };
     Result anchor = Run(
         perThread,
         [&](int t, int i) {
@@ -183,15 +195,7 @@ int main(int argc, char** argv) {
             QMutexLocker lock(&mutex);
             pending << text;
         },
-        [&] {
-            QStringList batch;
-            {
-                QMutexLocker lock(&mutex);
-                batch.swap(pending);
-            }
-            for (const QString& line : batch)
-                edit.appendPlainText(line);
-        });
+        anchorDrain, anchorDrain);
     CheckOrder(edit.toPlainText().split(QLatin1Char('\n'), Qt::SkipEmptyParts), &anchor);
 
     const double mib = 1024.0 * 1024.0;

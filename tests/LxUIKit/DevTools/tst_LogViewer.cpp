@@ -59,6 +59,7 @@ private Q_SLOTS:
     void mainThreadRecordDrainsTheQueueFirst();
     void drainKeepsWhatOneByOneWould_data();
     void drainKeepsWhatOneByOneWould();
+    void drainTurnsKeepOrderAndLoseNothing();
     void filters_data();
     void filters();
     void typeMaskAndLazyRows();
@@ -84,6 +85,7 @@ void TestLogViewer::cleanup() {
     m_pWnd = nullptr;
     m_pRoot.reset();
     devtools::log::detail::SetUiDemoFolderForTest(QString());
+    devtools::log::detail::SetDrainTurnBudgetNs(-1);
     lxtest::ResetGlobals();
 }
 
@@ -248,6 +250,37 @@ void TestLogViewer::drainKeepsWhatOneByOneWould() {
     QCOMPARE(m_pWnd->Lines().first().i32Seq, total - size + 1);
     QCOMPARE(m_pWnd->Lines().first().strMessage, QString::number(total - size));
     QCOMPARE(m_pWnd->Lines().last().i32Seq, total);
+}
+
+void TestLogViewer::drainTurnsKeepOrderAndLoseNothing() {
+    devtools::log::detail::SetDrainTurnBudgetNs(0);  // every turn stops after 256 lines
+    for (int i = 0; i < 29000; ++i)
+        m_pWnd->addMessageInMain(QString::number(i), QString(), LxLogType_Info);
+    m_pWnd->show();
+    constexpr int kQueued = 3000;  // crosses the cap: the store drops a block on the way
+    std::thread([] {
+        for (int i = 0; i < kQueued; ++i)
+            CLogViewerWnd::addMessage(Record(QString::number(29000 + i)));
+    }).join();
+    m_pWnd->DrainTurn();
+    QVERIFY(m_pWnd->HasPendingMessages());
+    QVERIFY(m_pWnd->Lines().last().strMessage != QString::number(29000 + kQueued - 1));
+    // A GUI-thread record written now waits behind the worker's records, and the turns go on by
+    // themselves until everything is in.
+    CLogViewerWnd::addMessage(Record(QStringLiteral("main")));
+    QVERIFY(m_pWnd->Lines().last().strMessage != QStringLiteral("main"));
+    QTRY_VERIFY(!m_pWnd->HasPendingMessages());
+    // The same lines as adding all 32001 one by one.
+    const int total = 29000 + kQueued + 1;
+    const int size = devtools::log::detail::StoreSizeAfter(0, total, CLogViewerWnd::SaveInfoSize());
+    const auto& lines = m_pWnd->Lines();
+    QCOMPARE(lines.size(), size);
+    QCOMPARE(lines.last().strMessage, QStringLiteral("main"));
+    QCOMPARE(lines.last().i32Seq, total);
+    for (int i = 0; i + 1 < lines.size(); ++i) {
+        QCOMPARE(lines[i].i32Seq, total - size + 1 + i);
+        QCOMPARE(lines[i].strMessage, QString::number(total - size + i));
+    }
 }
 
 void TestLogViewer::filters_data() {
