@@ -59,7 +59,7 @@ constexpr int kColumns = 5;
 constexpr int kChunkSize = 1024;
 // Time one drain turn may spend adding lines before it leaves the rest for the next turn, so the GUI
 // thread keeps answering (one frame at 60 Hz is 16 ms; the rest of the turn needs some of it).
-constexpr qint64 kDrainTurnBudgetNs = 6 * 1000 * 1000;
+constexpr qint64 kDrainTurnBudgetNs = qint64(6) * 1000 * 1000;
 qint64 s_i64DrainTurnBudgetNs = kDrainTurnBudgetNs;
 
 const QString kSection = QStringLiteral("StdOutDialog");
