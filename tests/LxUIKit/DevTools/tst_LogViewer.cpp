@@ -8,6 +8,7 @@
 #include <LxUIKit/DevTools/LxDevTools.h>
 #include <LxUIKit/DevTools/LxDevTools_p.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -58,6 +59,7 @@ private Q_SLOTS:
     void mainThreadRecordDrainsTheQueueFirst();
     void drainKeepsWhatOneByOneWould_data();
     void drainKeepsWhatOneByOneWould();
+    void drainTurnsKeepOrderAndLoseNothing();
     void filters_data();
     void filters();
     void typeMaskAndLazyRows();
@@ -83,6 +85,7 @@ void TestLogViewer::cleanup() {
     m_pWnd = nullptr;
     m_pRoot.reset();
     devtools::log::detail::SetUiDemoFolderForTest(QString());
+    devtools::log::detail::SetDrainTurnBudgetNs(-1);
     lxtest::ResetGlobals();
 }
 
@@ -247,6 +250,37 @@ void TestLogViewer::drainKeepsWhatOneByOneWould() {
     QCOMPARE(m_pWnd->Lines().first().i32Seq, total - size + 1);
     QCOMPARE(m_pWnd->Lines().first().strMessage, QString::number(total - size));
     QCOMPARE(m_pWnd->Lines().last().i32Seq, total);
+}
+
+void TestLogViewer::drainTurnsKeepOrderAndLoseNothing() {
+    devtools::log::detail::SetDrainTurnBudgetNs(0);  // every turn stops after 256 lines
+    for (int i = 0; i < 29000; ++i)
+        m_pWnd->addMessageInMain(QString::number(i), QString(), LxLogType_Info);
+    m_pWnd->show();
+    constexpr int kQueued = 3000;  // crosses the cap: the store drops a block on the way
+    std::thread([] {
+        for (int i = 0; i < kQueued; ++i)
+            CLogViewerWnd::addMessage(Record(QString::number(29000 + i)));
+    }).join();
+    m_pWnd->DrainTurn();
+    QVERIFY(m_pWnd->HasPendingMessages());
+    QVERIFY(m_pWnd->Lines().last().strMessage != QString::number(29000 + kQueued - 1));
+    // A GUI-thread record written now waits behind the worker's records, and the turns go on by
+    // themselves until everything is in.
+    CLogViewerWnd::addMessage(Record(QStringLiteral("main")));
+    QVERIFY(m_pWnd->Lines().last().strMessage != QStringLiteral("main"));
+    QTRY_VERIFY(!m_pWnd->HasPendingMessages());
+    // The same lines as adding all 32001 one by one.
+    const int total = 29000 + kQueued + 1;
+    const int size = devtools::log::detail::StoreSizeAfter(0, total, CLogViewerWnd::SaveInfoSize());
+    const auto& lines = m_pWnd->Lines();
+    QCOMPARE(lines.size(), size);
+    QCOMPARE(lines.last().strMessage, QStringLiteral("main"));
+    QCOMPARE(lines.last().i32Seq, total);
+    for (int i = 0; i + 1 < lines.size(); ++i) {
+        QCOMPARE(lines[i].i32Seq, total - size + 1 + i);
+        QCOMPARE(lines[i].strMessage, QString::number(total - size + i));
+    }
 }
 
 void TestLogViewer::filters_data() {
@@ -446,6 +480,24 @@ void TestLogViewer::uiDemoPluginMissingOrLoaded() {
         if (w->objectName() == QStringLiteral("LxStdUiDemoMainWnd") && w->isVisible())
             demo = w;
     QVERIFY(demo);
+    // It shows the standard UI library's controls (by class name: the plug-in brings its own
+    // copy of the kit, so casts across the two would not be meaningful).
+    QSet<QString> classes;
+    for (QWidget* w : demo->findChildren<QWidget*>())
+        classes.insert(QString::fromLatin1(w->metaObject()->className()));
+    for (const char* name : {"LText", "LTitle", "LLink", "LCheck", "LRadio", "LSwitch", "LComboBox", "LLineEdit",
+                             "LIconButton", "LTabBarBase", "LLineChart", "LSlideshowBase"})
+        QVERIFY2(classes.contains(QString::fromLatin1(name)), name);
+    // The theme switch flips the theme live (the plug-in's own theme manager: read it through the
+    // window's colours) and flips it back.
+    QCoreApplication::processEvents();  // let the window settle (and take its screenshots if asked)
+    auto* themeSwitch = demo->findChild<QAbstractButton*>(QStringLiteral("DemoThemeSwitch"));
+    QVERIFY(themeSwitch);
+    const QString before = demo->styleSheet();
+    themeSwitch->click();
+    QVERIFY(demo->styleSheet() != before);
+    themeSwitch->click();
+    QCOMPARE(demo->styleSheet(), before);
     demo->close();
 #endif
 }

@@ -18,6 +18,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -39,7 +40,9 @@
 
 #include <dlfcn.h>
 
+#include <array>
 #include <atomic>
+#include <deque>
 
 namespace {
 
@@ -49,6 +52,15 @@ constexpr int kMaxMessageLength = 10240;
 constexpr int kFetchBatch = 100;
 constexpr int kFlushIntervalMs = 500;
 constexpr int kScrollDelayMs = 100;
+constexpr int kColumns = 5;
+// Worker records wait in chunks: a writer holds the lock only to append one record (or, once per
+// chunk, to start a new one), and trimming an overflowing queue unlinks a whole chunk that is freed
+// after the lock is let go.
+constexpr int kChunkSize = 1024;
+// Time one drain turn may spend adding lines before it leaves the rest for the next turn, so the GUI
+// thread keeps answering (one frame at 60 Hz is 16 ms; the rest of the turn needs some of it).
+constexpr qint64 kDrainTurnBudgetNs = qint64(6) * 1000 * 1000;
+qint64 s_i64DrainTurnBudgetNs = kDrainTurnBudgetNs;
 
 const QString kSection = QStringLiteral("StdOutDialog");
 const QString kAutoOpenKey = QStringLiteral("dev_auto_open_std_out");
@@ -58,15 +70,15 @@ CLogViewerWnd* s_pCLogViewerWnd = nullptr;
 // Whether records are collected at all: true while the window is visible.
 std::atomic<bool> g_stdOutUIIsVisible{false};
 
+using Chunk = QVector<CLogViewerWnd::ItemData>;
+
 // Records written by worker threads, waiting for the GUI thread. Never destroyed: a thread may log
 // during the process's static teardown.
 struct PendingQueue {
-    std::mutex mutex;
-    QVector<CLogViewerWnd::ItemData> vecPending;  // guarded by mutex
-    qint64 i64Skipped = 0;                        // records dropped from the queue's front (guarded)
-    // The GUI thread's side: swapped with the queue on each drain and cleared afterwards, so both
-    // keep their capacity and a flood never reallocates them.
-    QVector<CLogViewerWnd::ItemData> vecDrainBuffer;
+    std::mutex mutex;               // a pthread mutex, which ThreadSanitizer understands
+    std::deque<Chunk> dequeChunks;  // guarded by mutex, oldest first
+    int i32Count = 0;               // records in dequeChunks (guarded)
+    qint64 i64Skipped = 0;          // records dropped from the queue's front (guarded)
 };
 PendingQueue& Queue() {
     static auto* s_pQueue = new PendingQueue;
@@ -96,6 +108,20 @@ const TypeInfo kTypePrecedence[] = {
     {LxLogType_System, "系统", "#6C0178"},   {LxLogType_Debug, "日志", "#777777"},
     {LxLogType_Web, "Web", "#4B4291"},
 };
+
+// The colours as colours, made once (the view asks for one per painted cell).
+const QColor* TypeQColor(int type) {
+    static const auto s_colors = [] {
+        std::array<QColor, sizeof(kTypePrecedence) / sizeof(kTypePrecedence[0])> out;
+        for (size_t i = 0; i < out.size(); ++i)
+            out[i] = QColor(QLatin1String(kTypePrecedence[i].color));
+        return out;
+    }();
+    for (size_t i = 0; i < s_colors.size(); ++i)
+        if (type & kTypePrecedence[i].bit)
+            return &s_colors[i];
+    return nullptr;
+}
 
 const TypeInfo* TypeOf(int type) {
     for (const TypeInfo& t : kTypePrecedence)
@@ -210,11 +236,12 @@ QStringList UiDemoCandidates() {
 
 void SetUiDemoFolderForTest(const QString& folder) { UiDemoFolderForTest() = folder; }
 
+void SetDrainTurnBudgetNs(qint64 i64Ns) { s_i64DrainTurnBudgetNs = i64Ns < 0 ? kDrainTurnBudgetNs : i64Ns; }
+
 }  // namespace detail
 }  // namespace log
 }  // namespace devtools
 
-using devtools::log::detail::TypeColor;
 using devtools::log::detail::TypeLabel;
 
 // ---------------------------------------------------------------------------------------------
@@ -222,9 +249,72 @@ using devtools::log::detail::TypeLabel;
 
 CItemInfoStandardItemModel::CItemInfoStandardItemModel(CLogViewerWnd* pWnd, QVector<CLogViewerWnd::ItemData>* pStore,
                                                        int i32Batch)
-    : QStandardItemModel(pWnd), m_pStore(pStore), m_i32Batch(i32Batch) {
-    setHorizontalHeaderLabels({QStringLiteral("ID"), QStringLiteral("时间"), QStringLiteral("类型"),
-                               QStringLiteral("详情"), QStringLiteral("位置")});
+    : QStandardItemModel(pWnd), m_pStore(pStore), m_i32Batch(i32Batch) {}
+
+QModelIndex CItemInfoStandardItemModel::index(int row, int column, const QModelIndex& parent) const {
+    if (parent.isValid() || row < 0 || row >= m_vecRowLines.size() || column < 0 || column >= kColumns)
+        return {};
+    return createIndex(row, column);
+}
+
+QModelIndex CItemInfoStandardItemModel::parent(const QModelIndex&) const { return {}; }
+
+QModelIndex CItemInfoStandardItemModel::sibling(int row, int column, const QModelIndex&) const {
+    return index(row, column);
+}
+
+int CItemInfoStandardItemModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : m_vecRowLines.size();
+}
+
+int CItemInfoStandardItemModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : kColumns; }
+
+bool CItemInfoStandardItemModel::hasChildren(const QModelIndex& parent) const {
+    return !parent.isValid() && !m_vecRowLines.isEmpty();
+}
+
+QVariant CItemInfoStandardItemModel::data(const QModelIndex& index, int role) const {
+    const int line = index.isValid() ? LineOfRow(index.row()) : -1;
+    if (line < 0 || line >= m_pStore->size())
+        return {};
+    const CLogViewerWnd::ItemData& item = m_pStore->at(line);
+    if (role == Qt::ForegroundRole) {
+        const QColor* color = TypeQColor(item.eType);
+        return color ? QVariant(QBrush(*color)) : QVariant();
+    }
+    if (role != Qt::DisplayRole)
+        return {};
+    switch (index.column()) {
+    case 0: return QString::number(item.i32Seq);
+    case 1: return item.time.toString(QStringLiteral("hh:mm:ss.zzz"));
+    case 2: return TypeLabel(item.eType);
+    case 3: return item.strDisplay.isEmpty() ? item.strMessage : item.strDisplay;
+    case 4: return item.strLocation;
+    default: return {};
+    }
+}
+
+QVariant CItemInfoStandardItemModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole || section < 0)
+        return {};
+    if (orientation == Qt::Vertical)
+        return section < m_vecRowLines.size() ? QVariant(section + 1) : QVariant();
+    static const char* const s_headers[kColumns] = {"ID", "时间", "类型", "详情", "位置"};
+    return section < kColumns ? QVariant(QString::fromUtf8(s_headers[section])) : QVariant();
+}
+
+Qt::ItemFlags CItemInfoStandardItemModel::flags(const QModelIndex& index) const {
+    return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled : Qt::NoItemFlags;
+}
+
+QMap<int, QVariant> CItemInfoStandardItemModel::itemData(const QModelIndex& index) const {
+    QMap<int, QVariant> out;
+    for (int role : {int(Qt::DisplayRole), int(Qt::ForegroundRole)}) {
+        const QVariant v = data(index, role);
+        if (v.isValid())
+            out.insert(role, v);
+    }
+    return out;
 }
 
 bool CItemInfoStandardItemModel::canFetchMore(const QModelIndex& parent) const {
@@ -234,17 +324,28 @@ bool CItemInfoStandardItemModel::canFetchMore(const QModelIndex& parent) const {
 void CItemInfoStandardItemModel::fetchMore(const QModelIndex& parent) {
     if (parent.isValid())
         return;
-    int added = 0;
-    while (added < m_i32Batch && m_i32Loaded < m_pStore->size()) {
+    QVector<int> rows;
+    rows.reserve(m_i32Batch);
+    while (rows.size() < m_i32Batch && m_i32Loaded < m_pStore->size()) {
         CLogViewerWnd::ItemData& item = (*m_pStore)[m_i32Loaded];
         if (item.bShown) {
-            addItemIntoListView(item);
-            m_vecRowLines.append(m_i32Loaded);
+            // The one-line copy shares the message unless it holds a line break.
+            if (item.strDisplay.isEmpty() && !item.strMessage.isEmpty()) {
+                item.strDisplay = item.strMessage;
+                item.strDisplay.replace(QLatin1Char('\n'), QLatin1Char(' '))
+                    .replace(QLatin1Char('\r'), QLatin1Char(' '));
+            }
+            rows.append(m_i32Loaded);
             --m_i32Unloaded;
-            ++added;
         }
         ++m_i32Loaded;
     }
+    if (rows.isEmpty())
+        return;
+    const int first = m_vecRowLines.size();
+    beginInsertRows(QModelIndex(), first, first + rows.size() - 1);
+    m_vecRowLines += rows;
+    endInsertRows();
 }
 
 void CItemInfoStandardItemModel::Update(int i32Lag) {
@@ -252,54 +353,44 @@ void CItemInfoStandardItemModel::Update(int i32Lag) {
         fetchMore(QModelIndex());
 }
 
-void CItemInfoStandardItemModel::addItemIntoListView(CLogViewerWnd::ItemData& item) {
-    if (item.strDisplay.isEmpty() && !item.strMessage.isEmpty()) {
-        item.strDisplay = item.strMessage;
-        item.strDisplay.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
-    }
-    const QBrush brush{QColor(TypeColor(item.eType))};
-    QList<QStandardItem*> row;
-    row.reserve(5);
-    row << new QStandardItem(QString::number(item.i32Seq))
-        << new QStandardItem(item.time.toString(QStringLiteral("hh:mm:ss.zzz")))
-        << new QStandardItem(TypeLabel(item.eType)) << new QStandardItem(item.strDisplay)
-        << new QStandardItem(item.strLocation);
-    if (!TypeColor(item.eType).isEmpty())
-        for (QStandardItem* cell : qAsConst(row))
-            cell->setForeground(brush);
-    appendRow(row);
-}
-
-void CItemInfoStandardItemModel::OnOldestLinesDropping(int i32Lines) {
+void CItemInfoStandardItemModel::BeginDropOldest(int i32Lines) {
     int rowsGone = 0;
     while (rowsGone < m_vecRowLines.size() && m_vecRowLines[rowsGone] < i32Lines)
         ++rowsGone;
     for (int i = m_i32Loaded; i < qMin(i32Lines, m_pStore->size()); ++i)
         if ((*m_pStore)[i].bShown)
             --m_i32Unloaded;
+    m_i32DroppingRows = rowsGone;
     if (rowsGone > 0) {
-        removeRows(0, rowsGone);
+        beginRemoveRows(QModelIndex(), 0, rowsGone - 1);
         m_vecRowLines.remove(0, rowsGone);
     }
+}
+
+void CItemInfoStandardItemModel::EndDropOldest(int i32Lines) {
     for (int& line : m_vecRowLines)
         line -= i32Lines;
     m_i32Loaded = qMax(0, m_i32Loaded - i32Lines);
+    if (m_i32DroppingRows > 0)
+        endRemoveRows();
+    m_i32DroppingRows = 0;
 }
 
 void CItemInfoStandardItemModel::Restart() {
-    removeRows(0, rowCount());
+    beginResetModel();
     m_vecRowLines.clear();
     m_i32Loaded = 0;
     m_i32Unloaded = 0;
     for (const auto& item : qAsConst(*m_pStore))
         if (item.bShown)
             ++m_i32Unloaded;
+    endResetModel();
 }
 
 void CItemInfoStandardItemModel::JumpToNewest() {
     if (m_i32Unloaded <= 2 * m_i32Batch)
         return;
-    removeRows(0, rowCount());
+    beginResetModel();
     m_vecRowLines.clear();
     int keep = m_i32Batch;
     int i = m_pStore->size();
@@ -310,6 +401,7 @@ void CItemInfoStandardItemModel::JumpToNewest() {
     }
     m_i32Loaded = i;
     m_i32Unloaded = m_i32Batch - keep;
+    endResetModel();
 }
 
 int CItemInfoStandardItemModel::LineOfRow(int row) const {
@@ -348,10 +440,13 @@ CLogViewerWnd::~CLogViewerWnd() {
     if (s_pCLogViewerWnd == this) {
         s_pCLogViewerWnd = nullptr;
         g_stdOutUIIsVisible = false;
-        std::lock_guard<std::mutex> lock(Queue().mutex);  // queued records belonged to this window
-        Queue().vecPending.clear();
+        std::deque<Chunk> gone;  // queued records belonged to this window; freed after unlocking
+        std::unique_lock<std::mutex> lock(Queue().mutex);
+        gone.swap(Queue().dequeChunks);
+        Queue().i32Count = 0;
         Queue().i64Skipped = 0;
         g_i32PendingCount.store(0);
+        lock.unlock();
     }
 }
 
@@ -379,7 +474,7 @@ void CLogViewerWnd::InitDialog() {
     d->pFlushTimer = new QTimer(this);
     d->pFlushTimer->setTimerType(Qt::CoarseTimer);
     d->pFlushTimer->setInterval(kFlushIntervalMs);
-    LXUIKIT_SAFE_CONNECT(d->pFlushTimer.data(), &QTimer::timeout, this, &CLogViewerWnd::FlashPendingMessage);
+    LXUIKIT_SAFE_CONNECT(d->pFlushTimer.data(), &QTimer::timeout, this, &CLogViewerWnd::DrainTurn);
     d->pFlushTimer->start();
 
     ApplyTheme();
@@ -571,55 +666,129 @@ void CLogViewerWnd::addMessage(const FrameWork::LogContext& context) {
         CLogViewerWnd* wnd = Singleton();
         if (!wnd)
             return;
-        wnd->FlashPendingMessage();  // worker lines written before this one go first
+        // Worker lines written before this one go first. When a flood left more than one turn's
+        // work, this line waits behind it instead of stalling the GUI thread on the whole backlog.
+        wnd->DrainTurn();
+        if (wnd->d->i64Backlog > 0) {
+            if (wnd->d->dequeBacklog.empty() || wnd->d->dequeBacklog.back().size() >= kChunkSize) {
+                wnd->d->dequeBacklog.emplace_back();
+                wnd->d->dequeBacklog.back().reserve(kChunkSize);
+            }
+            wnd->d->dequeBacklog.back().append(std::move(item));
+            ++wnd->d->i64Backlog;
+            return;
+        }
         wnd->addMessageInMain(item.strMessage, item.strLocation, item.eType);
         return;
     }
-    PendingQueue& q = Queue();
-    std::lock_guard<std::mutex> lock(q.mutex);
-    if (q.vecPending.capacity() == 0)
-        q.vecPending.reserve(2 * (SAVE_INFO_SIZE + kDropBlock));
-    q.vecPending.append(std::move(item));
-    // Lines with a store's worth of newer lines behind them can never be kept: drop them here,
-    // in large steps, so a flood between two drains cannot grow the queue without bound.
-    const int keep = SAVE_INFO_SIZE + kDropBlock;
-    if (q.vecPending.size() >= 2 * keep) {
-        const int drop = q.vecPending.size() - keep;
-        q.vecPending.erase(q.vecPending.begin(), q.vecPending.begin() + drop);
-        q.i64Skipped += drop;
+    Chunk gone;  // a chunk trimmed off the queue's front, freed after the lock is let go
+    {
+        PendingQueue& q = Queue();
+        std::lock_guard<std::mutex> lock(q.mutex);
+        if (q.dequeChunks.empty() || q.dequeChunks.back().size() >= kChunkSize) {
+            q.dequeChunks.emplace_back();
+            q.dequeChunks.back().reserve(kChunkSize);
+        }
+        q.dequeChunks.back().append(std::move(item));
+        ++q.i32Count;
+        // Lines with a store's worth of newer lines behind them can never be kept: drop them here,
+        // a chunk at a time, so a flood between two drains cannot grow the queue without bound.
+        if (q.i32Count >= 2 * (SAVE_INFO_SIZE + kDropBlock) && q.dequeChunks.size() > 1) {
+            gone.swap(q.dequeChunks.front());
+            q.dequeChunks.pop_front();
+            q.i32Count -= gone.size();
+            q.i64Skipped += gone.size();
+        }
+        g_i32PendingCount.store(q.i32Count, std::memory_order_relaxed);
     }
-    g_i32PendingCount.store(q.vecPending.size(), std::memory_order_relaxed);
 }
 
-void CLogViewerWnd::FlashPendingMessage() {
-    if (s_bAdding || g_i32PendingCount.load(std::memory_order_relaxed) == 0)
-        return;
-    QVector<ItemData>& batch = Queue().vecDrainBuffer;
-    batch.clear();
-    qint64 skipped = 0;
-    {
-        std::lock_guard<std::mutex> lock(Queue().mutex);
-        batch.swap(Queue().vecPending);
-        skipped = Queue().i64Skipped;
-        Queue().i64Skipped = 0;
-        g_i32PendingCount.store(0, std::memory_order_relaxed);
+bool CLogViewerWnd::HasPendingMessages() const {
+    return d->i64Backlog > 0 || g_i32PendingCount.load(std::memory_order_relaxed) > 0;
+}
+
+void CLogViewerWnd::FlashPendingMessage() { Drain(-1); }
+
+void CLogViewerWnd::DrainTurn() {
+    Drain(s_i64DrainTurnBudgetNs);
+    // What the turn left is picked up again as soon as the events waiting now have been handled.
+    if (d->i64Backlog > 0 && !d->bTurnPosted) {
+        d->bTurnPosted = true;
+        QPointer<CLogViewerWnd> self(this);
+        QTimer::singleShot(0, this, [self] {
+            if (!self)
+                return;
+            self->d->bTurnPosted = false;
+            self->DrainTurn();
+        });
     }
-    if (batch.isEmpty() && skipped == 0)
+}
+
+void CLogViewerWnd::Drain(qint64 i64BudgetNs) {
+    if (s_bAdding)
         return;
+    qint64 skipped = 0;
+    if (g_i32PendingCount.load(std::memory_order_relaxed) > 0) {
+        std::deque<Chunk> taken;
+        {
+            std::unique_lock<std::mutex> lock(Queue().mutex);
+            taken.swap(Queue().dequeChunks);
+            skipped = Queue().i64Skipped;
+            Queue().i64Skipped = 0;
+            Queue().i32Count = 0;
+            g_i32PendingCount.store(0, std::memory_order_relaxed);
+        }
+        for (Chunk& chunk : taken) {
+            d->i64Backlog += chunk.size();
+            d->dequeBacklog.push_back(std::move(chunk));
+        }
+    }
+    if (d->i64Backlog == 0 && skipped == 0)
+        return;
+    QElapsedTimer clock;
+    clock.start();
     s_bAdding = true;
-    // The lines that would be dropped before the drain ends are never built: only the sequence
-    // numbers move on. What remains is exactly what adding every record one by one would keep.
+    // The lines that would be dropped before the backlog is through are never built: only the
+    // sequence numbers move on. What remains is exactly what adding every record one by one would
+    // keep, whether it goes in now or over several turns.
     const int finalSize =
-        devtools::log::detail::StoreSizeAfter(d->vecStore.size(), skipped + batch.size(), SAVE_INFO_SIZE);
-    const int fromBatch = qMin(batch.size(), finalSize);
-    const int fromStore = finalSize - fromBatch;
+        devtools::log::detail::StoreSizeAfter(d->vecStore.size(), skipped + d->i64Backlog, SAVE_INFO_SIZE);
+    const qint64 fromBacklog = qMin<qint64>(d->i64Backlog, finalSize);
+    const int fromStore = finalSize - int(fromBacklog);
     if (d->vecStore.size() > fromStore)
         DropOldest(d->vecStore.size() - fromStore);
-    d->i32NextSeq += int(skipped) + (batch.size() - fromBatch);
+    qint64 toSkip = d->i64Backlog - fromBacklog;
+    d->i32NextSeq += int(skipped + toSkip);
+    d->i64Backlog -= toSkip;
+    while (toSkip > 0) {
+        Chunk& front = d->dequeBacklog.front();
+        const int left = front.size() - d->i32BacklogFront;
+        if (toSkip >= left) {
+            toSkip -= left;
+            d->dequeBacklog.pop_front();
+            d->i32BacklogFront = 0;
+        } else {
+            d->i32BacklogFront += int(toSkip);
+            toSkip = 0;
+        }
+    }
     const QDateTime now = QDateTime::currentDateTime();
-    for (int i = batch.size() - fromBatch; i < batch.size(); ++i)
-        AddLine(std::move(batch[i]), now, true);
-    batch.clear();
+    int added = 0;
+    while (d->i64Backlog > 0) {
+        Chunk& front = d->dequeBacklog.front();
+        AddLine(std::move(front[d->i32BacklogFront]), now, true);
+        --d->i64Backlog;
+        if (++d->i32BacklogFront >= front.size()) {
+            d->dequeBacklog.pop_front();
+            d->i32BacklogFront = 0;
+        }
+        if (i64BudgetNs >= 0 && (++added & 255) == 0 && clock.nsecsElapsed() > i64BudgetNs)
+            break;
+    }
+    if (d->i64Backlog == 0) {
+        d->dequeBacklog.clear();
+        d->i32BacklogFront = 0;
+    }
     s_bAdding = false;
     if (d->pModel && isVisible())
         d->pModel->Update(0);
@@ -669,10 +838,11 @@ void CLogViewerWnd::DropOldest(int i32Count) {
     i32Count = qMin(i32Count, d->vecStore.size());
     if (i32Count <= 0)
         return;
-    d->pModel->OnOldestLinesDropping(i32Count);
+    d->pModel->BeginDropOldest(i32Count);
     for (int i = 0; i < i32Count; ++i)
         d->i64TextLength -= d->vecStore[i].strMessage.size();
     d->vecStore.erase(d->vecStore.begin(), d->vecStore.begin() + i32Count);
+    d->pModel->EndDropOldest(i32Count);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -14,6 +14,9 @@
 // - When a queue drain brings more lines than the store can keep, the lines the store would drop
 //   at once are never built (their sequence numbers are still used), and the queue itself keeps at
 //   most about two store's worth of records: the memory stays bounded under any log flood.
+// - Worker records are drained in turns of a few milliseconds: a flood is moved in over several
+//   turns (the next one is posted at once), and a GUI-thread record written meanwhile waits behind
+//   the rest instead of stalling the window; FlashPendingMessage() still moves everything at once.
 // - The list is filled lazily in batches of 100 rows. With "自动滚动" on and the list far behind a
 //   flood, the list jumps to the newest lines instead of loading every row in between.
 // - A regular expression that does not compile matches nothing; the filter box turns red and the
@@ -80,7 +83,13 @@ public:
     ~CLogViewerWnd() override;
 
     void addMessageInMain(const QString& message, const QString& location, LxLogType type);
+    // Moves every queued record into the window now, however long that takes.
     void FlashPendingMessage();
+    // One drain turn, what the 500 ms timer runs: adds queued records for a few milliseconds at
+    // most and, when some are left, posts the next turn, so a flood never freezes the window.
+    void DrainTurn();
+    // Whether records wait for a drain (queued by workers or left by a turn).
+    bool HasPendingMessages() const;
     void AddUserTab(const QString& title, core::CSafeFunction<QWidget*()> factory);
 
     // Shows the window where the tools may be used; otherwise tells the user why not and closes.
@@ -118,6 +127,8 @@ private:
     friend class CItemInfoStandardItemModel;
     void InitDialog();
     void SetupUi();
+    // Adds queued records in order; stops after i64BudgetNs (never when negative).
+    void Drain(qint64 i64BudgetNs);
     void AddLine(ItemData&& item, const QDateTime& now, bool bBulk);
     void DropOldest(int i32Count);
     void RefreshStatus();

@@ -9,6 +9,8 @@
 #include <QStandardItemModel>
 #include <QStyledItemDelegate>
 
+#include <deque>
+
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -19,10 +21,25 @@ class QTableView;
 class QTimer;
 
 // Rows are made from the store's shown lines in store order, at most one batch per fetchMore, so
-// a filter change or a flood never builds thousands of rows at once.
+// a filter change or a flood never builds thousands of rows at once. A row is only a store index:
+// its texts are formatted when the view asks for them (data()), so a row the user never scrolls
+// to costs nothing, and a batch reaches the view as one insertion, a dropped block as one removal.
+// It stays a QStandardItemModel for code that expects one, but holds no items.
 class CItemInfoStandardItemModel : public QStandardItemModel {
 public:
     CItemInfoStandardItemModel(CLogViewerWnd* pWnd, QVector<CLogViewerWnd::ItemData>* pStore, int i32Batch);
+
+    using QObject::parent;
+    QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    QModelIndex sibling(int row, int column, const QModelIndex& idx) const override;
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    bool hasChildren(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QMap<int, QVariant> itemData(const QModelIndex& index) const override;
 
     bool canFetchMore(const QModelIndex& parent) const override;
     void fetchMore(const QModelIndex& parent) override;
@@ -31,8 +48,9 @@ public:
 
     // Bookkeeping kept by the window.
     void OnLineShown() { ++m_i32Unloaded; }
-    // The oldest i32Lines lines of the store are about to go.
-    void OnOldestLinesDropping(int i32Lines);
+    // The oldest i32Lines lines of the store go: Begin before they leave the store, End after.
+    void BeginDropOldest(int i32Lines);
+    void EndDropOldest(int i32Lines);
     // Clears the rows and starts again from the first line (after a filter change).
     void Restart();
     // Drops the rows and moves on so that at most one batch of shown lines is left to load.
@@ -43,12 +61,11 @@ public:
     int LineOfRow(int row) const;
 
 private:
-    void addItemIntoListView(CLogViewerWnd::ItemData& item);
-
     QVector<CLogViewerWnd::ItemData>* m_pStore;
     int m_i32Batch;
     int m_i32Loaded = 0;         // store lines walked so far
     int m_i32Unloaded = 0;       // shown lines at or after m_i32Loaded
+    int m_i32DroppingRows = 0;   // rows leaving between BeginDropOldest and EndDropOldest
     QVector<int> m_vecRowLines;  // store index per row, shifted when lines are dropped
 };
 
@@ -89,6 +106,12 @@ public:
     QPointer<QLabel> pStatus;
     QPointer<QTimer> pFlushTimer;
     CItemInfoStandardItemModel* pModel = nullptr;
+    // Worker records taken from the queue and not yet added: a drain turn that runs out of time
+    // leaves the rest here, in order, for the next turn.
+    std::deque<QVector<CLogViewerWnd::ItemData>> dequeBacklog;
+    int i32BacklogFront = 0;   // records of the first backlog chunk already added
+    qint64 i64Backlog = 0;     // records in the backlog, not counting those already added
+    bool bTurnPosted = false;  // a follow-up drain turn is in the event queue
     QHash<QWidget*, core::CSafeFunction<QWidget*()>> hashPendingTabs;  // tab page -> its factory
 };
 
@@ -103,6 +126,9 @@ int StoreSizeAfter(int i32Lines, qint64 i64Appends, int i32Cap);
 // Where showUiDemo() looks for the plug-in, in order. Tests may put a folder first.
 QStringList UiDemoCandidates();
 void SetUiDemoFolderForTest(const QString& folder);
+// Time one drain turn may spend adding lines; negative restores the default. A turn checks the
+// clock every 256 lines, so 0 makes every turn add exactly 256.
+void SetDrainTurnBudgetNs(qint64 i64Ns);
 }  // namespace detail
 }  // namespace log
 }  // namespace devtools
