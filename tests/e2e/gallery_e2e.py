@@ -20,6 +20,7 @@ Needs Xvfb, xdotool and ImageMagick's import (scripts/common.sh installs them). 
 """
 
 import argparse
+import ctypes
 import os
 import re
 import shutil
@@ -41,6 +42,14 @@ SELECTION_FRAME = (0xF0, 0x3C, 0x3C)  # the inspector's frame around the selecte
 
 class StepFailed(Exception):
     pass
+
+
+def die_with_parent():
+    """In a child before exec: SIGTERM when this script dies, even by SIGKILL (a CTest timeout)."""
+    try:
+        ctypes.CDLL(None, use_errno=True).prctl(1, signal.SIGTERM)  # PR_SET_PDEATHSIG
+    except (OSError, AttributeError):
+        pass
 
 
 # --------------------------------------------------------------------------------------------
@@ -195,7 +204,18 @@ class Screen:
             time.sleep(0.02)
 
     def focus(self, wid):
-        self.run("xdotool", "windowfocus", "--sync", str(wid))
+        # Polled rather than "--sync", which can wait for good on a window that has the focus already.
+        self.run("xdotool", "windowfocus", str(wid))
+        deadline = time.monotonic() + 5
+        while True:
+            try:
+                if self.run("xdotool", "getwindowfocus").strip() == str(wid):
+                    return
+            except StepFailed:
+                pass  # no window has the focus yet
+            if time.monotonic() > deadline:
+                raise StepFailed("window %s did not get the keyboard focus" % wid)
+            time.sleep(0.02)
 
     def key(self, *keys):
         self.run("xdotool", "key", "--delay", "60", *keys)
@@ -309,7 +329,7 @@ class Run:
         read_fd, write_fd = os.pipe()
         self.xvfb = subprocess.Popen(
             ["Xvfb", "-displayfd", str(write_fd), "-screen", "0", "%dx%dx24" % SCREEN, "-nolisten", "tcp"],
-            pass_fds=(write_fd,), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
+            pass_fds=(write_fd,), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, preexec_fn=die_with_parent)
         os.close(write_fd)
         number, deadline = b"", time.monotonic() + WAIT_S
         os.set_blocking(read_fd, False)
@@ -345,7 +365,7 @@ class Run:
             raise StepFailed("start: --list-pages listed no page")
         self.log = open(os.path.join(self.args.artifacts, "gallery.log"), "w")
         self.gallery = subprocess.Popen([self.args.gallery, "--lang", "en", "--trace", self.trace_path], env=env,
-                                        stdout=self.log, stderr=subprocess.STDOUT, start_new_session=True)
+                                        stdout=self.log, stderr=subprocess.STDOUT, preexec_fn=die_with_parent)
         self.trace = Trace(self.trace_path, self.gallery)
         self.main = self.trace.wait("start: the gallery window is shown",
                                     is_("window", state="shown", name="GalleryWindow"), timeout=60)
@@ -355,15 +375,12 @@ class Run:
         for proc in (self.gallery, self.xvfb):
             if proc is None or proc.poll() is not None:
                 continue
+            proc.terminate()
             try:
-                os.killpg(proc.pid, signal.SIGTERM)
                 proc.wait(timeout=5)
-            except (ProcessLookupError, subprocess.TimeoutExpired):
-                try:
-                    os.killpg(proc.pid, signal.SIGKILL)
-                    proc.wait(timeout=5)
-                except (ProcessLookupError, subprocess.TimeoutExpired):
-                    pass
+            except subprocess.TimeoutExpired:
+                proc.kill()
+                proc.wait(timeout=5)
         shutil.rmtree(self.tmp, ignore_errors=True)
 
     # -- helpers
