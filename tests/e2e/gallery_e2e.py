@@ -381,6 +381,8 @@ class Run:
             except subprocess.TimeoutExpired:
                 proc.kill()
                 proc.wait(timeout=5)
+        if getattr(self, "log", None):
+            self.log.close()
         shutil.rmtree(self.tmp, ignore_errors=True)
 
     # -- helpers
