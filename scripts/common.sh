@@ -4,13 +4,14 @@
 LX_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
 # Debian 12 packages the project needs to build, test (zip, unzip and python3 cross-check the
-# archives) and show the gallery.
+# archives; xvfb, xdotool and imagemagick drive and photograph the gallery end to end) and show the
+# gallery.
 LX_PACKAGES=(
   build-essential cmake ninja-build pkg-config clang-format
   qtbase5-dev qtbase5-private-dev qttools5-dev qttools5-dev-tools libqt5svg5-dev libqt5charts5-dev
   qt5-image-formats-plugins libjsoncpp-dev libfmt-dev libxxhash-dev
   fonts-dejavu-core fonts-noto-cjk
-  zlib1g-dev libjpeg-dev libzip-dev xvfb xauth imagemagick webp
+  zlib1g-dev libjpeg-dev libzip-dev xvfb xauth xdotool imagemagick webp
   zip unzip python3
 )
 

@@ -1,14 +1,16 @@
 // LxUIKitGallery: a host application of the kit. It initialises the kit the way a real host does,
 // installs real delegates and shows every component on its own page.
 //
-//   LxUIKitGallery [--page NAME] [--theme light|dark] [--lang zh|en] [--screenshot FILE]
+//   LxUIKitGallery [--page NAME] [--theme light|dark] [--lang zh|en] [--screenshot FILE] [--trace FILE]
 //
 // --screenshot renders the window (and any toast or dialog over it) to a PNG and exits; it works
-// on the offscreen platform.
+// on the offscreen platform. --trace appends what happens on screen to FILE, one fact a line (see
+// GalleryTrace.h): the way a script that drives the gallery with real input sees the result.
 
 #include "GalleryDelegates.h"
 #include "GalleryI18n.h"
 #include "GalleryPages.h"
+#include "GalleryTrace.h"
 #include "GalleryWindow.h"
 
 #include <LxCore/CoreInit.h>
@@ -68,7 +70,11 @@ int main(int argc, char* argv[]) {
                                       QStringLiteral("THEME"));
     const QCommandLineOption langOpt(QStringLiteral("lang"), QStringLiteral("zh or en."), QStringLiteral("LANG"));
     const QCommandLineOption listOpt(QStringLiteral("list-pages"), QStringLiteral("Print the page names and exit."));
-    parser.addOptions({pageOpt, shotOpt, themeOpt, langOpt, listOpt});
+    const QCommandLineOption traceOpt(QStringLiteral("trace"),
+                                      QStringLiteral("Append one line per observable fact (windows, pages, clicks, "
+                                                     "tool states) to FILE."),
+                                      QStringLiteral("FILE"));
+    parser.addOptions({pageOpt, shotOpt, themeOpt, langOpt, listOpt, traceOpt});
     parser.process(app);
 
     // The language first, so that the gallery's translator is the right one from the start.
@@ -86,6 +92,9 @@ int main(int argc, char* argv[]) {
     if (parser.value(themeOpt).compare(QLatin1String("dark"), Qt::CaseInsensitive) == 0)
         lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Dark);
 
+    // Before any window exists, so that every window, page and button is seen from the start.
+    if (parser.isSet(traceOpt) && !GalleryTrace::Start(parser.value(traceOpt)))
+        return 2;
     InstallGalleryDelegates();
     lxuikit::Init_LxUiKit_AfterProcessStart_MainThread();
 

@@ -1,5 +1,6 @@
 #include <LxUIKit/DevTools/Spy/LxCurrentWidgetHighLightView_p.h>
 
+#include <QEvent>
 #include <QPainter>
 
 LxWidgetRectView::LxWidgetRectView(const QColor& color, Qt::PenStyle style)
@@ -31,7 +32,11 @@ LxWidgetRectView* LxCurrentWidgetHighLightView::MakeFrame(bool hover) {
     return frame;
 }
 
-LxCurrentWidgetHighLightView::LxCurrentWidgetHighLightView() { Place(m_pSelected, false, SelectedPseudoWidget()); }
+LxCurrentWidgetHighLightView::LxCurrentWidgetHighLightView() {
+    m_selected = SelectedPseudoWidget();
+    Follow(m_pSelectedTarget, m_selected);
+    Place(m_pSelected, false, m_selected);
+}
 
 LxCurrentWidgetHighLightView::~LxCurrentWidgetHighLightView() {
     delete m_pHover.data();
@@ -66,11 +71,48 @@ void LxCurrentWidgetHighLightView::Place(QPointer<LxWidgetRectView>& frame, bool
     frame->show();
 }
 
+void LxCurrentWidgetHighLightView::Follow(QPointer<QWidget>& watched, const PseudoWidget& pw) {
+    QWidget* target = pw.isValid() ? pw.widgetOrPhantomContainer() : nullptr;
+    if (watched == target)
+        return;
+    // The other frame may watch the same widget: keep the filter for it.
+    QWidget* other = (&watched == &m_pHoverTarget) ? m_pSelectedTarget.data() : m_pHoverTarget.data();
+    if (watched && watched != other)
+        watched->removeEventFilter(this);
+    watched = target;
+    if (target)
+        target->installEventFilter(this);
+}
+
+bool LxCurrentWidgetHighLightView::eventFilter(QObject* obj, QEvent* ev) {
+    const QEvent::Type type = ev->type();
+    if (type != QEvent::Hide && type != QEvent::Show && type != QEvent::Move && type != QEvent::Resize)
+        return QObject::eventFilter(obj, ev);
+    const auto follow = [&](QPointer<LxWidgetRectView>& frame, bool hover, const PseudoWidget& pw,
+                            const QPointer<QWidget>& target) {
+        if (obj != target.data())
+            return;
+        if (type == QEvent::Hide) {
+            if (frame)
+                frame->hide();
+        } else if (!hover || ms_config.picking) {
+            Place(frame, hover, pw);
+        }
+    };
+    follow(m_pSelected, false, m_selected, m_pSelectedTarget);
+    follow(m_pHover, true, m_hovered, m_pHoverTarget);
+    return QObject::eventFilter(obj, ev);
+}
+
 void LxCurrentWidgetHighLightView::OnHoveredPseudoWidgetChanged(const PseudoWidget& pw, HoverSource) {
+    m_hovered = pw;
+    Follow(m_pHoverTarget, pw);
     Place(m_pHover, true, pw);
 }
 
 void LxCurrentWidgetHighLightView::OnSelectedPseudoWidgetChanged(const PseudoWidget& pw, bool) {
+    m_selected = pw;
+    Follow(m_pSelectedTarget, pw);
     Place(m_pSelected, false, pw);
 }
 
