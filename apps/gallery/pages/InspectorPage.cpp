@@ -1,6 +1,7 @@
 // Inspector: things to pick with the widget inspector (Ctrl+F10, or the button): nested panels, a
-// list, a table with headers, a tree, a tab bar and a menu. The demo picks a table cell, so the
-// selection frame shows where the inspector's pick landed.
+// list, a table with headers, a tree, a tab bar and a menu. The demo picks a table cell and opens
+// the inspector beside it (over the page's right half), so a screenshot shows the selection frame on
+// the cell, the widget tree expanded to it and the cell's properties.
 
 #include "GalleryPages.h"
 
@@ -118,5 +119,15 @@ void DemoInspectorPage(QWidget* page) {
     const QPoint pos = table->viewport()->mapTo(table, cell.center());
     const PseudoWidget picked = PseudoWidget::FromWidgetPoint(table, pos);
     initSpyToolWnd(false);
+    CSpyToolWnd* spy = currentSpyToolWnd();
+    if (!spy)
+        return;
+    // Over the right part of the gallery window, leaving the picked cell in sight.
+    const QWidget* window = page->window();
+    const QPoint origin = window->mapToGlobal(QPoint(0, 0));
+    const int width = qMin(780, window->width() * 2 / 3);
+    spy->setGeometry(QRect(origin + QPoint(window->width() - width, 48), QSize(width, window->height() - 48)));
+    spy->show();
+    spy->raise();
     ILxUISpyComponent::NotifySelectedPseudoWidgetChangedAndClicked(picked, nullptr);
 }
