@@ -101,7 +101,7 @@ QString PlaceInLayout(QLayout* layout, const QWidget* w) {
     return QString();
 }
 
-QString Yes(bool b) { return b ? QStringLiteral("yes") : QStringLiteral("–"); }
+QString Yes(bool b) { return b ? QStringLiteral("yes") : QStringLiteral("no"); }
 
 void Row(QString& html, const QString& name, const QString& value) {
     html += QStringLiteral("<tr><td><b>%1</b></td><td>%2</td></tr>").arg(name.toHtmlEscaped(), value.toHtmlEscaped());
@@ -257,16 +257,20 @@ QString LxUIDebugView::ReportHtml(const PseudoWidget& pw) {
             .arg(sp.verticalStretch()));
     html += QStringLiteral("</table>");
 
-    html += QStringLiteral(
-        "<h4>Visibility, up to the window</h4><table border=\"1\" cellspacing=\"0\" cellpadding=\"3\">"
-        "<tr><th>widget</th><th>isVisible</th><th>isHidden</th><th>WA_WState_Hidden</th><th>explicitly "
-        "hidden</th><th>geometry</th></tr>");
+    // One entry per widget rather than a wide table: the tab is narrow, and the flags wrap.
+    html += QStringLiteral("<h4>Visibility, up to the window</h4><ul>");
+    auto flag = [](const char* name, bool on, bool bad) {
+        const QString text = QStringLiteral("%1 %2").arg(QLatin1String(name), Yes(on));
+        return bad ? QStringLiteral("<span style=\"color:#c62828\"><b>%1</b></span>").arg(text) : text;
+    };
     for (const QWidget* p = w; p; p = p->isWindow() ? nullptr : p->parentWidget()) {
-        html +=
-            QStringLiteral("<tr><td>%1</td><td>%2</td><td>%3</td><td>%4</td><td>%5</td><td>%6</td></tr>")
-                .arg(Label(p).toHtmlEscaped(), Yes(p->isVisible()), Yes(p->isHidden()),
-                     Yes(p->testAttribute(Qt::WA_WState_Hidden)), Yes(ExplicitlyHidden(p)), RectText(p->geometry()));
+        const bool hidden = p->isHidden();
+        html += QStringLiteral("<li><b>%1</b> %2<br/>%3 · %4 · %5 · %6</li>")
+                    .arg(Label(p).toHtmlEscaped(), RectText(p->geometry()),
+                         flag("isVisible", p->isVisible(), !p->isVisible()), flag("isHidden", hidden, hidden),
+                         flag("WA_WState_Hidden", p->testAttribute(Qt::WA_WState_Hidden), false),
+                         flag("explicitly hidden", ExplicitlyHidden(p), ExplicitlyHidden(p)));
     }
-    html += QStringLiteral("</table>");
+    html += QStringLiteral("</ul>");
     return html;
 }

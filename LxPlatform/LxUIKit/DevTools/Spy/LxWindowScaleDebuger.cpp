@@ -19,6 +19,8 @@ LxWindowScaleDebuger::LxWindowScaleDebuger(QWidget* parent) : QWidget(parent) {
     m_pActual = new QCheckBox(QStringLiteral("Actual pixels"), this);
     m_pActual->setToolTip(QStringLiteral("Show every picture pixel for pixel instead of fitting it"));
     m_pStatus = new QLabel(this);
+    // A long window title must not widen the whole tab (and squeeze the widget tree beside it).
+    m_pStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_pScroll = new QScrollArea(this);
     m_pScroll->setWidgetResizable(true);
     m_pStrip = new QWidget(m_pScroll);
