@@ -6,6 +6,8 @@
 #include "GalleryPages.h"
 
 #include <LxStdUI/LTabBarBase.h>
+#include <LxStdUI/ResProvider.h>
+#include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/DevTools/Spy/LxUISpyComponent.h>
 #include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 
@@ -108,6 +110,21 @@ QWidget* CreateInspectorPage(QWidget* parent) {
     }
     tree->expandAll();
     grid->addWidget(tree, 3, 1);
+
+    // The window's style leaves tables alone; this one follows the theme like the list beside it.
+    auto applyTheme = [table] {
+        lx_ui_res::Provider* res = lx_ui_res::Provider::instance();
+        table->setStyleSheet(QStringLiteral("QTableWidget { background:%1; color:%2; gridline-color:%3;"
+                                            " border:1px solid %4; }"
+                                            "QTableCornerButton::section { background:%5; border:none; }")
+                                 .arg(res->colorString(QStringLiteral("ct_bg_primary")),
+                                      res->colorString(QStringLiteral("ct_text_h1")),
+                                      res->colorString(QStringLiteral("ct_line_separator")),
+                                      res->colorString(QStringLiteral("ct_border")),
+                                      res->colorString(QStringLiteral("ct_bg_secondary"))));
+    };
+    applyTheme();
+    QObject::connect(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, table, applyTheme);
     return page;
 }
 
