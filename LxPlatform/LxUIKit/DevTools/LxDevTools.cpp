@@ -166,6 +166,8 @@ void AddCustomTab(const QString& title, core::CSafeFunction<QWidget*()> factory)
     CLogViewerWnd::Singleton()->AddUserTab(title, std::move(factory));
 }
 
+void SetReportEnabled(bool enabled) { ILxUISpyReporter::SetEnabled(enabled); }
+
 namespace fps {
 void ShowFpsMonitor() { CFpsMonitorDialog::ShowDialog(); }
 }  // namespace fps

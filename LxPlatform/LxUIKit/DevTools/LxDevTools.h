@@ -10,6 +10,7 @@
 #include <LxCore/FrameWork.h>
 #include <LxCore/SafeFunction.h>
 #include <LxUIKit/DevTools/Spy/LxSpyEntry.h>
+#include <LxUIKit/DevTools/Spy/LxUISpyReporter.h>
 #include <LxUIKit/LxUIKitBuildConfig.h>
 #include <LxUIKit/LxUIKitExport.h>
 
@@ -33,6 +34,10 @@ LXUIKIT_EXPORT bool IsInitialized();
 // Adds a tab to the developer tools window. The factory makes a new parentless widget when the tab
 // is first opened; the window owns it. Ignored when the tools are not available.
 LXUIKIT_EXPORT void AddCustomTab(const QString& title, core::CSafeFunction<QWidget*()> factory);
+
+// Turns the inspector's pick reports on or off (ILxUISpyReporter::SetEnabled). Not gated: it works
+// in every build.
+LXUIKIT_EXPORT void SetReportEnabled(bool enabled);
 
 namespace fps {
 // Opens the FPS monitor (one dialog per process). Not gated: the monitor is useful on its own.

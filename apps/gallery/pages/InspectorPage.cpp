@@ -1,10 +1,13 @@
 // Inspector: things to pick with the widget inspector (Ctrl+F10, or the button): nested panels, a
-// list, a table with headers, a tree, a tab bar and a menu. The demo picks a table cell, so the
-// selection frame shows where the inspector's pick landed.
+// list, a table with headers, a tree, a tab bar and a menu. The demo picks a table cell and opens
+// the inspector beside it (over the page's right half), so a screenshot shows the selection frame on
+// the cell, the widget tree expanded to it and the cell's properties.
 
 #include "GalleryPages.h"
 
 #include <LxStdUI/LTabBarBase.h>
+#include <LxStdUI/ResProvider.h>
+#include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/DevTools/Spy/LxUISpyComponent.h>
 #include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 
@@ -107,6 +110,21 @@ QWidget* CreateInspectorPage(QWidget* parent) {
     }
     tree->expandAll();
     grid->addWidget(tree, 3, 1);
+
+    // The window's style leaves tables alone; this one follows the theme like the list beside it.
+    auto applyTheme = [table] {
+        lx_ui_res::Provider* res = lx_ui_res::Provider::instance();
+        table->setStyleSheet(QStringLiteral("QTableWidget { background:%1; color:%2; gridline-color:%3;"
+                                            " border:1px solid %4; }"
+                                            "QTableCornerButton::section { background:%5; border:none; }")
+                                 .arg(res->colorString(QStringLiteral("ct_bg_primary")),
+                                      res->colorString(QStringLiteral("ct_text_h1")),
+                                      res->colorString(QStringLiteral("ct_line_separator")),
+                                      res->colorString(QStringLiteral("ct_border")),
+                                      res->colorString(QStringLiteral("ct_bg_secondary"))));
+    };
+    applyTheme();
+    QObject::connect(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, table, applyTheme);
     return page;
 }
 
@@ -118,5 +136,15 @@ void DemoInspectorPage(QWidget* page) {
     const QPoint pos = table->viewport()->mapTo(table, cell.center());
     const PseudoWidget picked = PseudoWidget::FromWidgetPoint(table, pos);
     initSpyToolWnd(false);
+    CSpyToolWnd* spy = currentSpyToolWnd();
+    if (!spy)
+        return;
+    // Over the right part of the gallery window, leaving the picked cell in sight.
+    const QWidget* window = page->window();
+    const QPoint origin = window->mapToGlobal(QPoint(0, 0));
+    const int width = qMin(780, window->width() * 2 / 3);
+    spy->setGeometry(QRect(origin + QPoint(window->width() - width, 48), QSize(width, window->height() - 48)));
+    spy->show();
+    spy->raise();
     ILxUISpyComponent::NotifySelectedPseudoWidgetChangedAndClicked(picked, nullptr);
 }

@@ -2,16 +2,23 @@
 
 #include <LxCore/Post.h>
 #include <LxStdUI/LFlowLayout.h>
+#include <LxStdUI/LIconButton.h>
 #include <LxStdUI/LStyleSheetStyleHelper.h>
+#include <LxStdUI/ResProvider.h>
+#include <LxStdUI/SvgIconRenderer.h>
+#include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/DevTools/LModalBypassHelper.h>
 #include <LxUIKit/DevTools/Spy/LxCurrentWidgetHighLightView_p.h>
+#include <LxUIKit/DevTools/Spy/LxDesignerView_p.h>
 #include <LxUIKit/DevTools/Spy/LxObjectEventView_p.h>
 #include <LxUIKit/DevTools/Spy/LxObjectSignalSlotView_p.h>
 #include <LxUIKit/DevTools/Spy/LxSpyEntry.h>
+#include <LxUIKit/DevTools/Spy/LxUIDebugView_p.h>
 #include <LxUIKit/DevTools/Spy/LxWidgetGeometryView_p.h>
 #include <LxUIKit/DevTools/Spy/LxWidgetPaletteView_p.h>
 #include <LxUIKit/DevTools/Spy/LxWidgetPropertyView_p.h>
 #include <LxUIKit/DevTools/Spy/LxWidgetTreeInfoView_p.h>
+#include <LxUIKit/DevTools/Spy/LxWindowScaleDebuger_p.h>
 #include <LxUIKit/DevTools/Spy/SpyTexts_p.h>
 #include <LxUIKit/LxUIKitLog_p.h>
 
@@ -22,8 +29,10 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QStyle>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -32,24 +41,68 @@
 
 namespace {
 
-// Sets the inspector window's opacity from a small menu.
-class LxBtnSetWindowOpacity : public QToolButton {
+// A tool bar icon, tinted with one colour token whatever colours its SVG was drawn in.
+class LxSpyIconButton : public LIconButton {
 public:
-    explicit LxBtnSetWindowOpacity(QWidget* target, QWidget* parent) : QToolButton(parent) {
-        setText(QStringLiteral("◐"));
-        setToolTip(QStringLiteral("Window opacity"));
-        setPopupMode(QToolButton::InstantPopup);
-        auto* menu = new QMenu(this);
+    LxSpyIconButton(const QString& iconPath, const QString& tip, QWidget* parent) : LIconButton(iconPath, parent) {
+        setToolTip(tip);
+        setIconSize(QSize(20, 20));
+        setHoverBackgroundEnabled(true);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+        if (isShowingHoverBackground()) {
+            QColor bg = lx_ui_res::Provider::instance()->color(QStringLiteral("ct_bg_hover"));
+            if (isDown())
+                bg = bg.darker(115);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(bg);
+            painter.drawRoundedRect(QRectF(rect()), 4, 4);
+        }
+        const auto renderer = lx_ui_res::SvgIconRenderer::get(iconPath());
+        if (!renderer)
+            return;
+        QPixmap icon = renderer->pixmap(iconSize(), devicePixelRatioF());
+        {
+            QPainter tint(&icon);
+            tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+            QColor c = lx_ui_res::Provider::instance()->color(CSpyToolWnd::IconColorKey());
+            if (!isEnabled())
+                c.setAlphaF(0.4);
+            tint.fillRect(QRect(QPoint(0, 0), iconSize()), c);
+        }
+        const QSize box = iconSize().boundedTo(size());
+        painter.drawPixmap(QRect(QPoint((width() - box.width()) / 2, (height() - box.height()) / 2), box), icon);
+    }
+};
+
+// Sets the inspector window's opacity from a small menu.
+class LxBtnSetWindowOpacity : public LxSpyIconButton {
+public:
+    LxBtnSetWindowOpacity(QWidget* target, QWidget* parent)
+        : LxSpyIconButton(QStringLiteral(":/LxUIKit/spy/icons/spy_opacity.svg"), QStringLiteral("Window opacity"),
+                          parent),
+          m_pMenu(new QMenu(this)) {
+        m_pMenu->setObjectName(QStringLiteral("SpyOpacityMenu"));
         QPointer<QWidget> guard(target);
         for (int percent : {100, 80, 60, 40}) {
-            QAction* a = menu->addAction(QStringLiteral("%1 %").arg(percent));
+            QAction* a = m_pMenu->addAction(QStringLiteral("%1 %").arg(percent));
             QObject::connect(a, &QAction::triggered, this, [guard, percent] {
                 if (guard)
                     guard->setWindowOpacity(percent / 100.0);
             });
         }
-        setMenu(menu);
+        // Not exec(): a nested loop would stall the inspected application's events meanwhile.
+        QObject::connect(this, &QAbstractButton::clicked, this,
+                         [this] { m_pMenu->popup(mapToGlobal(QPoint(0, height()))); });
     }
+    QMenu* menu() const { return m_pMenu; }
+
+private:
+    QPointer<QMenu> m_pMenu;
 };
 
 // While a popup of the application grabs the mouse, wheel turns over the inspector go to the
@@ -71,7 +124,8 @@ public:
         QScrollBar* bar = area->verticalScrollBar();
         QWheelEvent copy(bar->mapFromGlobal(global), wheel->globalPosition(), wheel->pixelDelta(), wheel->angleDelta(),
                          wheel->buttons(), wheel->modifiers(), wheel->phase(), wheel->inverted());
-        QCoreApplication::sendEvent(bar, &copy);
+        // Straight to the bar: QApplication drops wheel events for other windows while a popup is open.
+        static_cast<QObject*>(bar)->event(&copy);
         return true;
     }
 
@@ -98,12 +152,16 @@ CSpyToolWnd::CSpyToolWnd(QWidget* parent) : QWidget(parent, Qt::Window) {
 
     m_pToolWidget = CreateToolWidget();
     auto* splitter = new QSplitter(Qt::Horizontal, this);
-    splitter->addWidget(new LxWidgetTreeInfoView(splitter));
+    m_pTree = new LxWidgetTreeInfoView(splitter);
+    splitter->addWidget(m_pTree);
     m_pTabs = new QTabWidget(splitter);
     m_pTabs->addTab(new LxWidgetPropertyView(m_pTabs), QStringLiteral("属性&&样式表"));
-    m_pTabs->addTab(new LxWidgetGeometryView(m_pTabs), QStringLiteral("几何"));
+    m_pTabs->addTab(new LxDesignerView(m_pTabs), QStringLiteral("设计"));
+    m_pTabs->addTab(new LxUIDebugView(m_pTabs), QStringLiteral("调试"));
+    m_pTabs->addTab(new LxWindowScaleDebuger(m_pTabs), QStringLiteral("窗口缩放调试"));
     m_pTabs->addTab(new LxObjectEventView(m_pTabs), QStringLiteral("事件查看器"));
     m_pTabs->addTab(new LxObjectSignalSlotView(m_pTabs), QStringLiteral("信号&槽"));
+    m_pTabs->addTab(new LxWidgetGeometryView(m_pTabs), QStringLiteral("几何"));
     m_pTabs->addTab(new LxWidgetPaletteView(m_pTabs), QStringLiteral("调色板"));
     splitter->addWidget(m_pTabs);
     splitter->setStretchFactor(0, 2);
@@ -114,6 +172,9 @@ CSpyToolWnd::CSpyToolWnd(QWidget* parent) : QWidget(parent, Qt::Window) {
     layout->addWidget(splitter, 1);
 
     LxCurrentWidgetHighLightView::Init();
+    ApplyTheme();
+    LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
+                         &CSpyToolWnd::ApplyTheme);
 
     m_pCopyReviewTip = new QLabel(nullptr, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput);
     m_pCopyReviewTip->setObjectName(QStringLiteral("SpyCopyReviewTip"));
@@ -157,19 +218,75 @@ QWidget* CSpyToolWnd::CreateToolWidget() {
     LXUIKIT_SAFE_CONNECT(m_pKeepPickingCheck.data(), &QCheckBox::toggled, this,
                          [this](bool on) { SetConfigFlag(&Config::keepPicking, on); });
     m_pOpacityBtn = new LxBtnSetWindowOpacity(this, bar);
-    auto* clearBtn = new QToolButton(bar);
-    clearBtn->setText(QStringLiteral("✕"));
-    clearBtn->setToolTip(QStringLiteral("Clear the selection"));
-    LXUIKIT_SAFE_CONNECT(clearBtn, &QToolButton::clicked, this, [this] {
+    m_pOpacityBtn->setObjectName(QStringLiteral("SpyOpacityButton"));
+    m_pClearBtn = new LxSpyIconButton(QStringLiteral(":/LxUIKit/spy/icons/spy_clear_selection.svg"),
+                                      QStringLiteral("Clear the selection"), bar);
+    m_pClearBtn->setObjectName(QStringLiteral("SpyClearSelectionButton"));
+    LXUIKIT_SAFE_CONNECT(m_pClearBtn.data(), &QAbstractButton::clicked, this, [this] {
         NotifySelectedPseudoWidgetChanged(PseudoWidget(), this);
         NotifyHoveredPseudoWidgetChanged(PseudoWidget(), HoverSource::View, this);
     });
-    for (QWidget* w :
-         {static_cast<QWidget*>(m_pStartStopBtn.data()), static_cast<QWidget*>(m_pFigmaCheck.data()),
-          static_cast<QWidget*>(m_pCopyReviewCheck.data()), static_cast<QWidget*>(m_pKeepPickingCheck.data()),
-          static_cast<QWidget*>(m_pOpacityBtn.data()), static_cast<QWidget*>(clearBtn)})
+    m_pRefreshTreeBtn = new LxSpyIconButton(QStringLiteral(":/LxUIKit/spy/icons/spy_refresh_tree.svg"),
+                                            QStringLiteral("Read the widget tree again"), bar);
+    m_pRefreshTreeBtn->setObjectName(QStringLiteral("SpyRefreshTreeButton"));
+    LXUIKIT_SAFE_CONNECT(m_pRefreshTreeBtn.data(), &QAbstractButton::clicked, this, [this] {
+        if (m_pTree)
+            m_pTree->Rebuild();
+    });
+    for (QWidget* w : {static_cast<QWidget*>(m_pStartStopBtn.data()), static_cast<QWidget*>(m_pFigmaCheck.data()),
+                       static_cast<QWidget*>(m_pCopyReviewCheck.data()),
+                       static_cast<QWidget*>(m_pKeepPickingCheck.data()), static_cast<QWidget*>(m_pOpacityBtn.data()),
+                       static_cast<QWidget*>(m_pClearBtn.data()), static_cast<QWidget*>(m_pRefreshTreeBtn.data())})
         flow->addWidget(w);
     return bar;
+}
+
+QString CSpyToolWnd::IconColorKey() {
+    // Reads on the light surfaces of the Light theme; in the Dark theme that dark grey would vanish
+    // into the background, so the theme's text colour takes over.
+    return lx_ui_theme::Manager::instance()->isDark() ? QStringLiteral("ct_text_h1") : QStringLiteral("ck_gray940");
+}
+
+void CSpyToolWnd::ApplyTheme() {
+    // Plain Qt controls take the theme through the palette; tables, trees and tab bars included.
+    lx_ui_res::Provider* res = lx_ui_res::Provider::instance();
+    const QColor bg = res->color(QStringLiteral("ct_bg_primary"));
+    const QColor alt = res->color(QStringLiteral("ct_bg_secondary"));
+    const QColor raised = res->color(QStringLiteral("ct_bg_tertiary"));
+    const QColor hover = res->color(QStringLiteral("ct_bg_hover"));
+    const QColor text = res->color(QStringLiteral("ct_text_h1"));
+    const QColor text2 = res->color(QStringLiteral("ct_text_h2"));
+    const QColor border = res->color(QStringLiteral("ct_border"));
+    const QColor link = res->color(QStringLiteral("ct_text_link"));
+    if (!bg.isValid() || !text.isValid())
+        return;
+    QPalette pal = style()->standardPalette();
+    pal.setColor(QPalette::Window, alt.isValid() ? alt : bg);
+    pal.setColor(QPalette::Base, bg);
+    pal.setColor(QPalette::AlternateBase, hover.isValid() ? hover : bg);
+    pal.setColor(QPalette::Button, raised.isValid() ? raised : bg);
+    pal.setColor(QPalette::ToolTipBase, bg);
+    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        pal.setColor(role, text);
+    if (text2.isValid()) {
+        pal.setColor(QPalette::PlaceholderText, text2);
+        for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            pal.setColor(QPalette::Disabled, role, text2);
+    }
+    if (border.isValid()) {
+        pal.setColor(QPalette::Mid, border);
+        pal.setColor(QPalette::Dark, border.darker(130));
+        pal.setColor(QPalette::Light, raised.isValid() ? raised : bg);
+        pal.setColor(QPalette::Midlight, raised.isValid() ? raised : bg);
+    }
+    if (link.isValid()) {
+        pal.setColor(QPalette::Highlight, link);
+        pal.setColor(QPalette::Link, link);
+        pal.setColor(QPalette::HighlightedText, QColor(Qt::white));
+    }
+    setPalette(pal);
+    setAutoFillBackground(true);
+    update();
 }
 
 void CSpyToolWnd::SetConfigFlag(bool Config::*flag, bool on) {

@@ -12,9 +12,13 @@
 // - While another popup of the application grabs the mouse, a click on the inspector is sent to
 //   the inspector's widget under the cursor (mapped to its coordinates), so its buttons work.
 // - A wheel over a part of the inspector that is not in a scroll area is dropped.
-// - The opacity button offers 100 %, 80 %, 60 % and 40 %.
+// - The tool bar's icon buttons (opacity: 100 %, 80 %, 60 % or 40 %; clear the selection; read the
+//   widget tree again) are drawn in the colour "ck_gray940" in the Light theme and in the theme's
+//   text colour in the Dark theme, where that grey would not show.
+// - The window follows the theme through its palette (lists, tables, tab bars and text views too).
 // The window deletes itself when closed; initSpyToolWnd creates a fresh one next time.
 
+#include <LxStdUI/LIconButton.h>
 #include <LxUIKit/DevTools/Spy/LxUISpyComponent.h>
 #include <LxUIKit/LxUIKitExport.h>
 
@@ -26,6 +30,7 @@
 #include <QVector>
 #include <QWidget>
 
+class LxWidgetTreeInfoView;
 class QMouseEvent;
 class QWindow;
 
@@ -48,6 +53,11 @@ public:
     QCheckBox* copyReviewCheckBox() const { return m_pCopyReviewCheck; }
     QCheckBox* keepPickingCheckBox() const { return m_pKeepPickingCheck; }
     QTabWidget* tabWidget() const { return m_pTabs; }
+    LIconButton* opacityButton() const { return m_pOpacityBtn; }
+    LIconButton* clearSelectionButton() const { return m_pClearBtn; }
+    LIconButton* refreshTreeButton() const { return m_pRefreshTreeBtn; }
+    // The colour token of the tool bar's icons in the current theme.
+    static QString IconColorKey();
     // The texts shown by the copy-review mode for the last hovered item.
     QStringList copyReviewTexts() const { return m_lstCopyReview; }
 
@@ -57,6 +67,7 @@ protected:
 
 private:
     QWidget* CreateToolWidget();
+    void ApplyTheme();
     void SetConfigFlag(bool Config::*flag, bool on);
     void Hover(const PseudoWidget& pw, HoverSource source);
     void WalkFigma(int steps);
@@ -66,7 +77,10 @@ private:
     QPointer<QCheckBox> m_pFigmaCheck;
     QPointer<QCheckBox> m_pCopyReviewCheck;
     QPointer<QCheckBox> m_pKeepPickingCheck;
-    QPointer<QToolButton> m_pOpacityBtn;
+    QPointer<LIconButton> m_pOpacityBtn;
+    QPointer<LIconButton> m_pClearBtn;
+    QPointer<LIconButton> m_pRefreshTreeBtn;
+    QPointer<LxWidgetTreeInfoView> m_pTree;
     QPointer<QTabWidget> m_pTabs;
     QPointer<QObject> m_pSpyToolEventFilter;
     QPointer<QLabel> m_pCopyReviewTip;

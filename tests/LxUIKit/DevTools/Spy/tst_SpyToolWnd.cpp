@@ -1,7 +1,11 @@
 // The inspector window: one instance, picking through the shared configuration, events that pick
 // never reach the application, keep-picking, the F2/F3 modes.
 
+#include <LxStdUI/SvgIconRenderer.h>
+#include <LxStdUI/ThemeManager.h>
+#include <LxUIKit/DevTools/LxDevTools.h>
 #include <LxUIKit/DevTools/Spy/LxCurrentWidgetHighLightView_p.h>
+#include <LxUIKit/DevTools/Spy/LxWidgetPropertyView_p.h>
 #include <LxUIKit/DevTools/Spy/SpyTexts_p.h>
 #include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 
@@ -9,9 +13,12 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTabBar>
+#include <QTableWidget>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -25,6 +32,7 @@ private Q_SLOTS:
             delete w;
         ILxUISpyComponent::ResetSharedState();
         QGuiApplication::restoreOverrideCursor();
+        devtools::SetReportEnabled(false);
         lxtest::ResetGlobals();
     }
     void singleInstanceAndPicking();
@@ -32,6 +40,9 @@ private Q_SLOTS:
     void keepPickingAndHover();
     void hotKeysAndFigmaWheel();
     void copyReviewTexts();
+    void reporterLogsPicksOnlyWhenEnabled();
+    void popupPassThrough();
+    void toolBarIconsFollowTheme();
 };
 
 namespace {
@@ -79,8 +90,10 @@ void TestSpyToolWnd::singleInstanceAndPicking() {
     QCOMPARE(w->startStopButton()->text(), QStringLiteral("▶"));
     QVERIFY(!QGuiApplication::overrideCursor());
     QTRY_VERIFY(w->width() >= 960);  // working size restored after picking
-    QCOMPARE(w->tabWidget()->count(), 5);
-    QCOMPARE(w->tabWidget()->tabText(0), QStringLiteral("属性&&样式表"));
+    QStringList tabs;
+    for (int i = 0; i < w->tabWidget()->count(); ++i)
+        tabs << w->tabWidget()->tabText(i);
+    QCOMPARE(tabs.mid(0, 6), QStringList({"属性&&样式表", "设计", "调试", "窗口缩放调试", "事件查看器", "信号&槽"}));
 
     w->close();  // deletes itself
     QTRY_VERIFY(!currentSpyToolWnd());
@@ -192,6 +205,109 @@ void TestSpyToolWnd::copyReviewTexts() {
     QVERIFY(texts.contains("row 4") && texts.contains("row 6") && texts.contains("row 8"));
     QVERIFY(!texts.contains("row 9"));
     QVERIFY(CopyReviewTexts(PseudoWidget()).isEmpty());
+}
+
+void TestSpyToolWnd::reporterLogsPicksOnlyWhenEnabled() {
+    App app;
+    app.top.setObjectName("Desk");
+    app.panel->setObjectName("OrderPanel");
+    QVERIFY(QTest::qWaitForWindowExposed(&app.top));
+    lxtest::LogCapture logs;
+    auto reports = [&logs] {
+        QStringList out;
+        for (const auto& r : logs.records())
+            if (r.i32Level == FrameWork::kLogReport && r.strModule == "LxUIKit")
+                out << r.strText;
+        return out;
+    };
+    OpenPicking();
+    QTest::mouseClick(app.top.windowHandle(), Qt::LeftButton, Qt::NoModifier, app.ButtonPoint());
+    QCOMPARE(ILxUISpyComponent::SelectedPseudoWidget().widget(), app.button);
+    QVERIFY(reports().isEmpty());  // off by default
+
+    devtools::SetReportEnabled(true);
+    OpenPicking();
+    QTest::mouseClick(app.top.windowHandle(), Qt::LeftButton, Qt::NoModifier, app.ButtonPoint());
+    QCOMPARE(reports(), QStringList({"spy pick (click): class=QPushButton objectName= "
+                                     "path=Desk/OrderPanel/[QPushButton] geometry=(20, 20 80x30) in window"}));
+    // A choice in the inspector is reported too; a phantom names its container and text.
+    QTabBar bar(&app.top);
+    bar.setObjectName("Tabs");
+    bar.addTab("Quotes");
+    bar.addTab("News");
+    bar.show();
+    ILxUISpyComponent::NotifySelectedPseudoWidgetChanged(
+        devtools::spy::PseudoWidgetAtQTabBar(&bar, bar.tabRect(1).center()), nullptr);
+    QVERIFY2(reports().value(1).startsWith("spy pick (select): class=QTabBar::Item objectName= path=Desk/Tabs "),
+             qPrintable(reports().value(1)));
+    QVERIFY(reports().value(1).endsWith(" container=QTabBar#Tabs text=\"News\""));
+    ILxUISpyComponent::NotifySelectedPseudoWidgetChanged(PseudoWidget(), nullptr);  // nothing to report
+    QCOMPARE(reports().size(), 2);
+
+    devtools::SetReportEnabled(false);
+    ILxUISpyComponent::NotifySelectedPseudoWidgetChangedAndClicked(app.button, nullptr);
+    QCOMPARE(reports().size(), 2);
+}
+
+void TestSpyToolWnd::popupPassThrough() {
+    initSpyToolWnd(false);
+    CSpyToolWnd* w = currentSpyToolWnd();
+    QPushButton selected("Buy");  // many properties: the property table scrolls
+    ILxUISpyComponent::NotifySelectedPseudoWidgetChanged(&selected, nullptr);
+    w->setGeometry(0, 0, 900, 500);
+    w->show();
+    QVERIFY(QTest::qWaitForWindowExposed(w));
+    QWidget popup(nullptr, Qt::Popup);
+    popup.setGeometry(700, 520, 120, 60);
+    popup.show();
+    QTRY_COMPARE(QApplication::activePopupWidget(), &popup);
+
+    // A click on the inspector reaches the check box under it; the popup stays open.
+    QCheckBox* keep = w->keepPickingCheckBox();
+    QTest::mouseClick(w->windowHandle(), Qt::LeftButton, Qt::NoModifier, keep->mapTo(w, QPoint(6, keep->height() / 2)));
+    QVERIFY(keep->isChecked());
+    QVERIFY(ILxUISpyComponent::ms_config.keepPicking);
+    QVERIFY(popup.isVisible());
+
+    // The wheel scrolls the list under it instead of going to the popup.
+    QTableWidget* table = w->findChild<LxWidgetPropertyView*>()->table();
+    QVERIFY(table->isVisible());
+    QCOMPARE(table->verticalScrollBar()->value(), 0);
+    const QPoint at = table->viewport()->mapTo(w, table->viewport()->rect().center());
+    QWheelEvent wheel(QPointF(at), QPointF(w->mapToGlobal(at)), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(w->windowHandle(), &wheel);
+    QVERIFY(table->verticalScrollBar()->value() > 0);
+
+    // A QMenu is left alone: it handles clicks outside itself (by closing).
+    popup.close();
+    QMenu menu;
+    menu.addAction("Buy");
+    menu.popup(QPoint(700, 520));
+    QTRY_COMPARE(QApplication::activePopupWidget(), &menu);
+    QTest::mouseClick(w->windowHandle(), Qt::LeftButton, Qt::NoModifier, keep->mapTo(w, QPoint(6, keep->height() / 2)));
+    QVERIFY(keep->isChecked());
+    QTRY_VERIFY(!menu.isVisible());
+}
+
+void TestSpyToolWnd::toolBarIconsFollowTheme() {
+    initSpyToolWnd(false);
+    CSpyToolWnd* w = currentSpyToolWnd();
+    for (LIconButton* b : {w->opacityButton(), w->clearSelectionButton(), w->refreshTreeButton()}) {
+        QVERIFY(b);
+        QVERIFY2(lx_ui_res::SvgIconRenderer::get(b->iconPath()), qPrintable(b->iconPath()));
+    }
+    QCOMPARE(CSpyToolWnd::IconColorKey(), QStringLiteral("ck_gray940"));
+    const QColor lightBase = w->tabWidget()->widget(0)->palette().color(QPalette::Base);
+    lx_ui_theme::Manager::instance()->setTheme(lx_ui_theme::Manager::Dark);
+    QVERIFY(w->tabWidget()->widget(0)->palette().color(QPalette::Base).lightness() < lightBase.lightness() / 2);
+    QVERIFY(w->findChild<LxWidgetPropertyView*>()->table()->palette().color(QPalette::Text).lightness() > 128);
+
+    // The clear button drops the selection.
+    QPushButton b("Buy");
+    ILxUISpyComponent::NotifySelectedPseudoWidgetChanged(&b, nullptr);
+    w->clearSelectionButton()->click();
+    QVERIFY(!ILxUISpyComponent::SelectedPseudoWidget().isValid());
 }
 
 QTEST_MAIN(TestSpyToolWnd)
