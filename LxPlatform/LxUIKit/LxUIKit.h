@@ -19,6 +19,7 @@
 #include <LxUIKit/DevTools/Performance/PerformanceMonitorWnd.h>
 #include <LxUIKit/DevTools/Spy/LxSpyEntry.h>
 #include <LxUIKit/DevTools/Spy/LxUISpyComponent.h>
+#include <LxUIKit/DevTools/Spy/LxUISpyReporter.h>
 #include <LxUIKit/DevTools/Spy/PseudoWidget.h>
 #include <LxUIKit/DevTools/Spy/SpyToolWnd.h>
 #include <LxUIKit/DevTools/UnitTest/UnitTestWnd.h>
