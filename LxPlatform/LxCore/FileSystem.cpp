@@ -39,7 +39,10 @@ bool ReadFile(const QString& path, QByteArray& out) {
 bool WriteFile(const QString& path, const QByteArray& data) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || f.write(data) != data.size() || !f.commit()) {
+    // The explicit flush: commit() does not notice a failure of the flush it does itself (the
+    // last buffered bytes on a full disk) and would rename a short file into place. Returning
+    // without commit() removes the temporary file.
+    if (!f.open(QIODevice::WriteOnly) || f.write(data) != data.size() || !f.flush() || !f.commit()) {
         LXCORE_LOG_WARN("cannot write {}: {}", path, f.errorString());
         return false;
     }
