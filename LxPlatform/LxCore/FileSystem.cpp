@@ -53,7 +53,8 @@ bool WriteFile(const QString& path, const QByteArray& data) {
 bool AppendFile(const QString& path, const QByteArray& data) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Append) || f.write(data) != data.size()) {
+    // The flush is where a full disk shows for data that fits the file's buffer.
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Append) || f.write(data) != data.size() || !f.flush()) {
         LXCORE_LOG_WARN("cannot append to {}: {}", path, f.errorString());
         return false;
     }
