@@ -90,8 +90,8 @@ bool WriteRecord(LogState& s, const QByteArray& line, QString& error) {
     const QString path = CurrentLogPath();
     if (s.file.isOpen() && path != s.strPath)
         s.file.close();  // product root changed (tests do this)
-    if (s.file.isOpen())
-        RotateIfNeeded(s, s.file.size());
+    qint64 before = s.file.isOpen() ? s.file.size() : 0;
+    RotateIfNeeded(s, before);
     if (!s.file.isOpen()) {
         s.strPath = path;
         QDir().mkpath(QFileInfo(path).absolutePath());
@@ -100,8 +100,8 @@ bool WriteRecord(LogState& s, const QByteArray& line, QString& error) {
             error = s.file.errorString();
             return false;
         }
+        before = s.file.size();
     }
-    const qint64 before = s.file.size();
     errno = 0;
     if (s.file.write(line) == line.size())
         return true;
