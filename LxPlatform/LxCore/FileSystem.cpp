@@ -39,7 +39,10 @@ bool ReadFile(const QString& path, QByteArray& out) {
 bool WriteFile(const QString& path, const QByteArray& data) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || f.write(data) != data.size() || !f.commit()) {
+    // The explicit flush: commit() does not notice a failure of the flush it does itself (the
+    // last buffered bytes on a full disk) and would rename a short file into place. Returning
+    // without commit() removes the temporary file.
+    if (!f.open(QIODevice::WriteOnly) || f.write(data) != data.size() || !f.flush() || !f.commit()) {
         LXCORE_LOG_WARN("cannot write {}: {}", path, f.errorString());
         return false;
     }
@@ -50,7 +53,8 @@ bool WriteFile(const QString& path, const QByteArray& data) {
 bool AppendFile(const QString& path, const QByteArray& data) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Append) || f.write(data) != data.size()) {
+    // The flush is where a full disk shows for data that fits the file's buffer.
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Append) || f.write(data) != data.size() || !f.flush()) {
         LXCORE_LOG_WARN("cannot append to {}: {}", path, f.errorString());
         return false;
     }

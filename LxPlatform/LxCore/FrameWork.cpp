@@ -1,5 +1,6 @@
 #include <LxCore/FrameWork.h>
 
+#include <LxCore/LxCoreLog_p.h>
 #include <LxCore/ProductPath.h>
 
 #include <QCoreApplication>
@@ -8,11 +9,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QThread>
-#include <mutex>
 
 #include <atomic>
+#include <cerrno>
+#include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <memory>
+#include <mutex>
 
 namespace FrameWork {
 namespace {
@@ -35,6 +39,11 @@ struct LogState {
     std::shared_ptr<const StdOutCallback> hook;  // shared so a record never copies the function
     AssertHandler assertHandler;
     std::map<QString, IOStatistic> mapIO;
+    // The log file stops taking records when a write fails (a full disk, a lost mount); records
+    // then only reach the other outputs until a retry succeeds.
+    bool bFileFailing = false;
+    int64_t i64RetryAtMs = 0;
+    uint64_t u64Missed = 0;  // records that did not reach the file while it was failing
 };
 
 LogState& State() {
@@ -51,9 +60,13 @@ QString CurrentLogPath() {
     return core::product_path::GetLogDir() + QLatin1Char('/') + app + QStringLiteral(".log");
 }
 
+// How often a failing log file is tried again. A failed attempt costs one refused write, so this
+// only bounds the work on a disk that stays full.
+constexpr int64_t kRetryFailedFileMs = 500;
+
 // Called with the mutex held.
-void RotateIfNeeded(LogState& s) {
-    if (!s.file.isOpen() || s.file.size() < s.i64SizeLimit)
+void RotateIfNeeded(LogState& s, qint64 size) {
+    if (!s.file.isOpen() || size < s.i64SizeLimit)
         return;
     s.file.close();
     QFile::remove(s.strPath + QStringLiteral(".%1").arg(kKeptRotations));
@@ -62,20 +75,93 @@ void RotateIfNeeded(LogState& s) {
     QFile::rename(s.strPath, s.strPath + QStringLiteral(".1"));
 }
 
-void AppendToFile(LogState& s, const QByteArray& line) {
+// What happened to the log file with one record, for a line about it once the mutex is released.
+struct FileEvent {
+    enum Kind { kNone, kFailed, kRecovered } enKind = kNone;
+    QString strPath;
+    QString strError;
+    uint64_t u64Missed = 0;
+};
+
+// Unbuffered, so that a failed write is known at once and nothing lingers in a buffer; a record
+// cut short by a full disk is cut off again, so the file holds whole records only.
+bool WriteRecord(LogState& s, const QByteArray& line, QString& error) {
     const QString path = CurrentLogPath();
     if (s.file.isOpen() && path != s.strPath)
         s.file.close();  // product root changed (tests do this)
-    RotateIfNeeded(s);
+    qint64 before = s.file.isOpen() ? s.file.size() : 0;
+    RotateIfNeeded(s, before);
     if (!s.file.isOpen()) {
         s.strPath = path;
         QDir().mkpath(QFileInfo(path).absolutePath());
         s.file.setFileName(path);
-        if (!s.file.open(QIODevice::WriteOnly | QIODevice::Append))
-            return;
+        if (!s.file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
+            error = s.file.errorString();
+            return false;
+        }
+        before = s.file.size();
     }
-    s.file.write(line);
-    s.file.flush();
+    errno = 0;
+    if (s.file.write(line) == line.size())
+        return true;
+    // A short write sets no error on the file; the refused write behind it left its reason in errno.
+    const int reason = errno;
+    error = s.file.error() != QFileDevice::NoError || reason == 0 ? s.file.errorString()
+                                                                  : QString::fromLocal8Bit(std::strerror(reason));
+    s.file.resize(before);
+    s.file.close();  // reopened on the next attempt: the file may have been removed or replaced
+    return false;
+}
+
+FileEvent AppendToFile(LogState& s, const QByteArray& line) {
+    // A steady clock: a wall clock set back must not postpone the retry.
+    const int64_t nowMs =
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch())
+            .count();
+    FileEvent event;
+    if (s.bFileFailing && nowMs < s.i64RetryAtMs) {
+        ++s.u64Missed;
+        return event;
+    }
+    QString error;
+    if (!WriteRecord(s, line, error)) {
+        ++s.u64Missed;
+        s.i64RetryAtMs = nowMs + kRetryFailedFileMs;
+        if (!s.bFileFailing) {
+            s.bFileFailing = true;
+            event.enKind = FileEvent::kFailed;
+            event.strPath = s.strPath;
+            event.strError = error;
+        }
+        return event;
+    }
+    if (s.bFileFailing) {
+        s.bFileFailing = false;
+        event.enKind = FileEvent::kRecovered;
+        event.strPath = s.strPath;
+        event.u64Missed = s.u64Missed;
+        s.u64Missed = 0;
+    }
+    return event;
+}
+
+// Tells the other outputs (and, once it works again, the file) what became of the log file. The
+// line about a failure does not touch the file again: it is still within its retry interval.
+void ReportFileEvent(const FileEvent& event) {
+    if (event.enKind == FileEvent::kFailed) {
+        LXCORE_LOG_ERROR(
+            "log file {} cannot be written ({}); records go to the other outputs only, the file is "
+            "tried again every {} ms",
+            event.strPath, event.strError, kRetryFailedFileMs);
+#ifdef NDEBUG
+        // Release builds echo nothing to stderr; this one line must still be seen somewhere.
+        const QByteArray line =
+            QStringLiteral("log file %1 cannot be written (%2)\n").arg(event.strPath, event.strError).toLocal8Bit();
+        fwrite(line.constData(), 1, size_t(line.size()), stderr);
+#endif
+    } else if (event.enKind == FileEvent::kRecovered) {
+        LXCORE_LOG_WARN("log file {} is written again; {} records did not reach it", event.strPath, event.u64Missed);
+    }
 }
 
 std::string StripExtension(const char* file) {
@@ -147,10 +233,11 @@ void WriteLogRaw(const char* file, int line, const char* function, int level, co
             .toUtf8();
 
     std::shared_ptr<const StdOutCallback> hook;
+    FileEvent fileEvent;
     {
         LogState& s = State();
         std::lock_guard<std::mutex> lock(s.mutex);
-        AppendToFile(s, record);
+        fileEvent = AppendToFile(s, record);
         LogCallSite& site = s.mapSites[CallSiteKey{ctx.strFile, line}];
         if (site.u64Count == 0) {
             site.strModule = ctx.strModule;
@@ -172,6 +259,7 @@ void WriteLogRaw(const char* file, int line, const char* function, int level, co
 #endif
     if (hook)
         (*hook)(ctx);
+    ReportFileEvent(fileEvent);
 }
 
 LogStatisticsContext GetLogStatistics() {

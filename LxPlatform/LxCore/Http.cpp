@@ -16,6 +16,8 @@
 #include <QThread>
 
 #include <atomic>
+#include <cerrno>
+#include <cstring>
 #include <map>
 #include <memory>
 
@@ -31,6 +33,7 @@ struct Running {
     DoneCallback onDone;
     ProgressCallback onProgress;
     bool bWriteFailed = false;
+    QString strWriteError;  // why the part file could not be written
     qint64 i64MaxBodyBytes = 0;
     bool bTooLarge = false;
     qint64 i64Sent = 0;      // newest upload progress
@@ -98,6 +101,24 @@ QHttpMultiPart* BuildMultipart(const Request& req, QString& error) {
     return multi;
 }
 
+// `reason`: errno of the failed write. A short write (the disk filled midway) sets no error on
+// the file; the refused write behind it left its reason there.
+void MarkWriteFailed(Running& run, int reason) {
+    run.bWriteFailed = true;
+    run.strWriteError = run.pPartFile->error() != QFileDevice::NoError || reason == 0
+                            ? run.pPartFile->errorString()
+                            : QString::fromLocal8Bit(std::strerror(reason));
+}
+
+// Appends a piece of the body to the part file; false (and the request marked) when it failed.
+bool WriteToPartFile(Running& run, const QByteArray& chunk) {
+    errno = 0;
+    if (chunk.isEmpty() || run.pPartFile->write(chunk) == chunk.size())
+        return true;
+    MarkWriteFailed(run, errno);
+    return false;
+}
+
 void Finish(RequestId id) {
     auto it = RunningRequests().find(id);
     if (it == RunningRequests().end())
@@ -117,15 +138,21 @@ void Finish(RequestId id) {
     for (const auto& pair : reply->rawHeaderPairs())
         resp.headers.insert(pair.first.toLower(), pair.second);
     if (run->pPartFile) {
-        run->pPartFile->write(reply->readAll());
+        if (!run->bWriteFailed)
+            WriteToPartFile(*run, reply->readAll());
+        // The last buffered bytes go out here: on a full disk this is where the failure shows.
+        errno = 0;
+        if (!run->bWriteFailed && !run->pPartFile->flush())
+            MarkWriteFailed(*run, errno);
         run->pPartFile->close();
         const QString part = run->pPartFile->fileName();
         if (run->bTooLarge) {
             resp.i32NetworkError = int(QNetworkReply::UnknownContentError);
             resp.strError = QStringLiteral("body over %1 bytes").arg(run->i64MaxBodyBytes);
-        } else if (run->bWriteFailed && resp.i32NetworkError == 0) {
+        } else if (run->bWriteFailed) {
+            // Whatever the reply says (it was aborted when the write failed), the file is not there.
             resp.i32NetworkError = int(QNetworkReply::UnknownContentError);
-            resp.strError = QStringLiteral("cannot write %1").arg(part);
+            resp.strError = QStringLiteral("cannot write %1: %2").arg(part, run->strWriteError);
         }
         if (resp.Ok()) {
             QFile::remove(run->strTarget);
@@ -212,9 +239,9 @@ void StartOnMain(RequestId id, const Request& req, DoneCallback onDone, Progress
         auto it = RunningRequests().find(id);
         if (it == RunningRequests().end() || !it->second->pPartFile || !it->second->pReply)
             return;
-        const QByteArray chunk = it->second->pReply->readAll();
-        if (it->second->pPartFile->write(chunk) != chunk.size())
-            it->second->bWriteFailed = true;
+        const std::shared_ptr<Running> run = it->second;
+        if (!run->bWriteFailed && !WriteToPartFile(*run, run->pReply->readAll()) && run->pReply)
+            run->pReply->abort();  // nowhere to put the rest: finishes the request, Finish() reports it
     });
     QObject::connect(reply, &QNetworkReply::downloadProgress, reply, [id](qint64 rec, qint64 total) {
         auto it = RunningRequests().find(id);

@@ -6,6 +6,9 @@
 // them (files are streamed from disk, not loaded whole; a field with no path sends its in-memory
 // bytes). With saveToFile the body is written to "<saveToFile>.part" while it arrives and renamed
 // into place on success, so a failed download never leaves a partial file under the final name.
+// A body that cannot be written (a full disk) aborts the request, which then fails with
+// QNetworkReply::UnknownContentError and "cannot write <part file>: <reason>"; the part file is
+// removed.
 
 #include <LxCore/LxCoreExport.h>
 #include <QByteArray>

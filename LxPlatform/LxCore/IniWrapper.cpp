@@ -44,19 +44,40 @@ bool CIniWrapper::GetBool(const QString& section, const QString& key, bool def) 
 }
 
 bool CIniWrapper::SetValue(const QString& section, const QString& key, const QVariant& value) {
-    m_pSettings->setValue(Key(section, key), value);
-    m_pSettings->sync();
-    if (m_pSettings->status() != QSettings::NoError) {
-        LXCORE_LOG_WARN("cannot write setting {} to {}", Key(section, key), GetFilePath());
-        return false;
-    }
-    return true;
+    const QString k = Key(section, key);
+    return Write(
+        k, [&](QSettings& settings) { settings.setValue(k, value); },
+        "cannot write setting {} to {}; the file keeps its previous content");
 }
 
 bool CIniWrapper::Remove(const QString& section, const QString& key) {
-    m_pSettings->remove(Key(section, key));
-    m_pSettings->sync();
-    return m_pSettings->status() == QSettings::NoError;
+    const QString k = Key(section, key);
+    return Write(
+        k, [&](QSettings& settings) { settings.remove(k); },
+        "cannot remove setting {} from {}; the file keeps its previous content");
+}
+
+bool CIniWrapper::Write(const QString& key, const std::function<void(QSettings&)>& change, const char* failure) {
+    // A QSettings keeps the first error it meets for good, so each write gets an object of its own
+    // whose status tells about this write alone. All QSettings of a file share its content, so the
+    // reading object sees the change at once. QSettings writes a new file beside the old one and
+    // renames it over it only when complete: a failed write leaves the old file as it was.
+    QSettings writer(GetFilePath(), QSettings::IniFormat);
+    const bool bHad = writer.contains(key);
+    const QVariant previous = writer.value(key);
+    change(writer);
+    writer.sync();
+    if (writer.status() == QSettings::NoError)
+        return true;
+    LXCORE_LOG_WARN(failure, key, GetFilePath());
+    // QSettings keeps a change it could not write, for every QSettings of the process on this file,
+    // and writes it with the next change that succeeds. Undone here, so that a refused change is
+    // neither read back nor saved later behind the caller's back.
+    if (bHad)
+        writer.setValue(key, previous);
+    else
+        writer.remove(key);
+    return false;
 }
 
 namespace app_setting {

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QStandardPaths>
+
 #include <mutex>
 
 namespace core {

@@ -205,8 +205,8 @@ void CLxHttpDownloadDelegate::StartRequest(const std::shared_ptr<Job>& job) {
                 Answer(done, true, resp.strSavedFile, 0, 0);
             } else {
                 ++m_stats.u64Failed;
-                LXUIKIT_LOG_WARN("download {} failed: network error {}, status {}", done->strUrl, resp.i32NetworkError,
-                                 resp.i32HttpStatus);
+                LXUIKIT_LOG_WARN("download {} failed: network error {}, status {} ({})", done->strUrl,
+                                 resp.i32NetworkError, resp.i32HttpStatus, resp.strError);
                 Answer(done, false, QString(),
                        resp.i32NetworkError != 0 ? resp.i32NetworkError : int(QNetworkReply::UnknownContentError),
                        resp.i32HttpStatus);

@@ -21,7 +21,8 @@
 // - Answers come on the GUI thread, never from inside download(): OnDownloadSuccess(url, path,
 //   empty data) or OnDownloadFailed(url, network error, HTTP status) with the
 //   QNetworkReply::NetworkError value (203 for a missing local file, 301 for an unsupported
-//   scheme, 299 for a body over the size bound) and the HTTP status (0 when none came).
+//   scheme, 299 for a body over the size bound or one that could not be written, a full disk for
+//   one) and the HTTP status (0 when none came). Every failed download is logged with its reason.
 // - Bodies over GetMaxFileBytes() (64 MiB unless set) are aborted.
 // - Deleting the delegate cancels its requests; nobody is called afterwards.
 //

@@ -8,8 +8,10 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QSaveFile>
 
 #include <sys/stat.h>
+#include <unistd.h>
 #include <zip.h>
 
 namespace _zip {
@@ -29,14 +31,17 @@ public:
 
     bool Open(const QString& zipPath) {
         m_strZipPath = zipPath;
-        QDir().mkpath(QFileInfo(zipPath).absolutePath());
-        // libzip only touches the file when it closes the archive; find out now whether it can.
-        QFile probe(zipPath);
-        if (!probe.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        const QFileInfo info(zipPath);
+        const QString dir = info.absolutePath();
+        QDir().mkpath(dir);
+        // Nothing is written under the final name until the archive is complete (libzip writes a
+        // temporary file beside it and renames it into place), so what cannot work is refused now,
+        // without touching an archive already there.
+        if (info.isDir() || (info.exists() && !info.isWritable()) || !QFileInfo(dir).isDir() ||
+            ::access(QFile::encodeName(dir).constData(), W_OK) != 0) {
             LXUIKIT_LOG_ERROR("unable to write:{}", zipPath);
             return false;
         }
-        probe.close();
         int error = 0;
         m_pZip = zip_open(QFile::encodeName(zipPath).constData(), ZIP_CREATE | ZIP_TRUNCATE, &error);
         if (!m_pZip) {
@@ -82,10 +87,12 @@ public:
         if (zip_get_num_entries(zip, 0) == 0) {
             // libzip removes an archive left empty; an empty list of entries is still an archive.
             zip_discard(zip);
-            QFile out(m_strZipPath);
-            if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-                out.write(kEmptyArchive, sizeof(kEmptyArchive)) != qint64(sizeof(kEmptyArchive))) {
-                LXUIKIT_LOG_ERROR("unable to write:{}", m_strZipPath);
+            QSaveFile out(m_strZipPath);
+            // flush() before commit(): commit() misses a failure of its own final flush.
+            if (!out.open(QIODevice::WriteOnly) ||
+                out.write(kEmptyArchive, sizeof(kEmptyArchive)) != qint64(sizeof(kEmptyArchive)) || !out.flush() ||
+                !out.commit()) {
+                LXUIKIT_LOG_ERROR("unable to write:{} ({})", m_strZipPath, out.errorString());
                 return false;
             }
             return true;

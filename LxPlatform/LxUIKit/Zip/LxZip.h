@@ -30,6 +30,13 @@
 // names are unpacked in archive order, the later one winning. Every archive these helpers pack,
 // they unpack.
 //
+// CompressFiles and CompressDir write the archive under a temporary name beside zipPath and rename
+// it into place only once it is complete: when writing fails (a full disk), nothing is left under
+// zipPath, and an archive that was already there stays as it was. ExtractDir writes each entry
+// through a part file the same way (see above); on a full disk the entry being written is removed
+// and the call fails, while entries written before it stay (the host sees false and can remove the
+// folder).
+//
 // All failures are logged and answered with false; nothing throws.
 
 #include <LxUIKit/LxUIKitExport.h>

@@ -198,6 +198,13 @@ public:
             LXUIKIT_LOG_ERROR("unable to write:{}", entry);
             return false;
         }
+        // QZipWriter does not look at what its device answers to a write; a full disk shows only
+        // here, once the file's buffer has been pushed out.
+        auto* archive = qobject_cast<QFileDevice*>(m_writer.device());
+        if (archive && (!archive->flush() || archive->error() != QFileDevice::NoError)) {
+            LXUIKIT_LOG_ERROR("unable to write:{} ({})", entry, archive->errorString());
+            return false;
+        }
         return true;
     }
 

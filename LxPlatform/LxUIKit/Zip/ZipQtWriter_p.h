@@ -3,7 +3,9 @@
 //
 // They keep QZipWriter's limits: each file is held whole in memory, and a file of 2 GiB or more, or
 // one that would push the archive past 2 GiB (kMaxZipBytes), is refused with a log line. Entries are
-// named as the public packers name them (see LxZip.h).
+// named as the public packers name them (see LxZip.h). The archive file is the caller's: a write
+// that fails (a full disk) makes the call answer false with a log line, and the caller, which
+// named the file, decides what becomes of it.
 
 #include <QSharedPointer>
 #include <QString>

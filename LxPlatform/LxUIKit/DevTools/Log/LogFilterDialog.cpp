@@ -1,5 +1,6 @@
 #include <LxUIKit/DevTools/Log/LogFilterDialog.h>
 
+#include <LxCore/FileSystem.h>
 #include <LxCore/ProductPath.h>
 #include <LxUIKit/LxUIKitLog_p.h>
 
@@ -10,7 +11,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -123,14 +123,9 @@ void CLogFilterDialog::loadData() {
 }
 
 void CLogFilterDialog::saveData() {
-    QSaveFile file(DataFilePath());
-    if (!file.open(QIODevice::WriteOnly)) {
-        LXUIKIT_LOG_WARN("common filter words: cannot write {}: {}", file.fileName(), file.errorString());
-        return;
-    }
-    file.write(SerializeFilterWords(Words()));
-    if (!file.commit())
-        LXUIKIT_LOG_WARN("common filter words: cannot write {}: {}", file.fileName(), file.errorString());
+    // Replaced whole or not at all: a failed save (a full disk) keeps the previous list on disk.
+    if (!core::fs::WriteFile(DataFilePath(), SerializeFilterWords(Words())))
+        LXUIKIT_LOG_WARN("common filter words: not saved to {}; the file keeps its previous list", DataFilePath());
 }
 
 void CLogFilterDialog::onAddClicked() {

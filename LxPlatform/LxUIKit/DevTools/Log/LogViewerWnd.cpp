@@ -36,13 +36,13 @@
 #include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <mutex>
 
 #include <dlfcn.h>
 
 #include <array>
 #include <atomic>
 #include <deque>
+#include <mutex>
 
 namespace {
 
