@@ -5,6 +5,8 @@
 #include <LxStdUI/LxStdUIExport.h>
 #include <QObject>
 
+class QPalette;
+
 namespace lx_ui_theme {
 
 class LXSTDUI_EXPORT Manager : public QObject {
@@ -29,5 +31,11 @@ private:
     Theme m_enTheme = Light;
     quint64 m_u64Generation = 1;
 };
+
+// The current theme's colour tokens laid over a palette, for windows built from plain Qt controls
+// (tables, trees, tab bars, text views): surfaces, text, disabled and placeholder text, borders
+// and selection. A role whose token the resources do not define keeps its colour from base; when
+// the background or text token is missing, base comes back unchanged.
+LXSTDUI_EXPORT QPalette ThemedPalette(const QPalette& base);
 
 }  // namespace lx_ui_theme

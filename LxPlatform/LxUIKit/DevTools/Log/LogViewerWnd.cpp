@@ -31,6 +31,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTableView>
 #include <QThread>
@@ -1033,20 +1034,7 @@ void CLogViewerWnd::SaveConfigToCache() {
 
 void CLogViewerWnd::ApplyTheme() {
     // Plain Qt controls: the theme reaches them through the palette (the line colours stay fixed).
-    lx_ui_res::Provider* res = lx_ui_res::Provider::instance();
-    const QColor bg = res->color(QStringLiteral("ct_bg_primary"));
-    const QColor alt = res->color(QStringLiteral("ct_bg_secondary"));
-    const QColor text = res->color(QStringLiteral("ct_text_h1"));
-    const QColor hover = res->color(QStringLiteral("ct_bg_hover"));
-    if (!bg.isValid() || !text.isValid())
-        return;
-    QPalette pal = palette();
-    for (QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Button})
-        pal.setColor(role, role == QPalette::Window ? bg : alt.isValid() ? alt : bg);
-    pal.setColor(QPalette::AlternateBase, hover.isValid() ? hover : bg);
-    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        pal.setColor(role, text);
-    setPalette(pal);
+    setPalette(lx_ui_theme::ThemedPalette(style()->standardPalette()));
     setAutoFillBackground(true);
 }
 

@@ -249,42 +249,7 @@ QString CSpyToolWnd::IconColorKey() {
 
 void CSpyToolWnd::ApplyTheme() {
     // Plain Qt controls take the theme through the palette; tables, trees and tab bars included.
-    lx_ui_res::Provider* res = lx_ui_res::Provider::instance();
-    const QColor bg = res->color(QStringLiteral("ct_bg_primary"));
-    const QColor alt = res->color(QStringLiteral("ct_bg_secondary"));
-    const QColor raised = res->color(QStringLiteral("ct_bg_tertiary"));
-    const QColor hover = res->color(QStringLiteral("ct_bg_hover"));
-    const QColor text = res->color(QStringLiteral("ct_text_h1"));
-    const QColor text2 = res->color(QStringLiteral("ct_text_h2"));
-    const QColor border = res->color(QStringLiteral("ct_border"));
-    const QColor link = res->color(QStringLiteral("ct_text_link"));
-    if (!bg.isValid() || !text.isValid())
-        return;
-    QPalette pal = style()->standardPalette();
-    pal.setColor(QPalette::Window, alt.isValid() ? alt : bg);
-    pal.setColor(QPalette::Base, bg);
-    pal.setColor(QPalette::AlternateBase, hover.isValid() ? hover : bg);
-    pal.setColor(QPalette::Button, raised.isValid() ? raised : bg);
-    pal.setColor(QPalette::ToolTipBase, bg);
-    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-        pal.setColor(role, text);
-    if (text2.isValid()) {
-        pal.setColor(QPalette::PlaceholderText, text2);
-        for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-            pal.setColor(QPalette::Disabled, role, text2);
-    }
-    if (border.isValid()) {
-        pal.setColor(QPalette::Mid, border);
-        pal.setColor(QPalette::Dark, border.darker(130));
-        pal.setColor(QPalette::Light, raised.isValid() ? raised : bg);
-        pal.setColor(QPalette::Midlight, raised.isValid() ? raised : bg);
-    }
-    if (link.isValid()) {
-        pal.setColor(QPalette::Highlight, link);
-        pal.setColor(QPalette::Link, link);
-        pal.setColor(QPalette::HighlightedText, QColor(Qt::white));
-    }
-    setPalette(pal);
+    setPalette(lx_ui_theme::ThemedPalette(style()->standardPalette()));
     setAutoFillBackground(true);
     update();
 }
