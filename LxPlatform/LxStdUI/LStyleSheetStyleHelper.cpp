@@ -93,6 +93,88 @@ QString SelectorText(const QCss::Selector& sel) {
     return s;
 }
 
+// The written name of a keyword value. Qt's own Value::toString() looks keywords up through a
+// table that is out of step with the keyword list in Qt 5.15 ("solid" comes back as
+// "small-caps"), so the names are spelled out here, by the keyword constants themselves.
+QString KnownValueName(int id) {
+    switch (id) {
+    case QCss::Value_Normal: return QStringLiteral("normal");
+    case QCss::Value_Pre: return QStringLiteral("pre");
+    case QCss::Value_NoWrap: return QStringLiteral("nowrap");
+    case QCss::Value_PreLine: return QStringLiteral("pre-line");
+    case QCss::Value_PreWrap: return QStringLiteral("pre-wrap");
+    case QCss::Value_Small: return QStringLiteral("small");
+    case QCss::Value_Medium: return QStringLiteral("medium");
+    case QCss::Value_Large: return QStringLiteral("large");
+    case QCss::Value_XLarge: return QStringLiteral("x-large");
+    case QCss::Value_XXLarge: return QStringLiteral("xx-large");
+    case QCss::Value_Italic: return QStringLiteral("italic");
+    case QCss::Value_Oblique: return QStringLiteral("oblique");
+    case QCss::Value_Bold: return QStringLiteral("bold");
+    case QCss::Value_Underline: return QStringLiteral("underline");
+    case QCss::Value_Overline: return QStringLiteral("overline");
+    case QCss::Value_LineThrough: return QStringLiteral("line-through");
+    case QCss::Value_Sub: return QStringLiteral("sub");
+    case QCss::Value_Super: return QStringLiteral("super");
+    case QCss::Value_Left: return QStringLiteral("left");
+    case QCss::Value_Right: return QStringLiteral("right");
+    case QCss::Value_Top: return QStringLiteral("top");
+    case QCss::Value_Bottom: return QStringLiteral("bottom");
+    case QCss::Value_Center: return QStringLiteral("center");
+    case QCss::Value_Native: return QStringLiteral("native");
+    case QCss::Value_Solid: return QStringLiteral("solid");
+    case QCss::Value_Dotted: return QStringLiteral("dotted");
+    case QCss::Value_Dashed: return QStringLiteral("dashed");
+    case QCss::Value_DotDash: return QStringLiteral("dot-dash");
+    case QCss::Value_DotDotDash: return QStringLiteral("dot-dot-dash");
+    case QCss::Value_Double: return QStringLiteral("double");
+    case QCss::Value_Groove: return QStringLiteral("groove");
+    case QCss::Value_Ridge: return QStringLiteral("ridge");
+    case QCss::Value_Inset: return QStringLiteral("inset");
+    case QCss::Value_Outset: return QStringLiteral("outset");
+    case QCss::Value_Wave: return QStringLiteral("wave");
+    case QCss::Value_Middle: return QStringLiteral("middle");
+    case QCss::Value_Auto: return QStringLiteral("auto");
+    case QCss::Value_Always: return QStringLiteral("always");
+    case QCss::Value_None: return QStringLiteral("none");
+    case QCss::Value_Transparent: return QStringLiteral("transparent");
+    case QCss::Value_Disc: return QStringLiteral("disc");
+    case QCss::Value_Circle: return QStringLiteral("circle");
+    case QCss::Value_Square: return QStringLiteral("square");
+    case QCss::Value_Decimal: return QStringLiteral("decimal");
+    case QCss::Value_LowerAlpha: return QStringLiteral("lower-alpha");
+    case QCss::Value_UpperAlpha: return QStringLiteral("upper-alpha");
+    case QCss::Value_LowerRoman: return QStringLiteral("lower-roman");
+    case QCss::Value_UpperRoman: return QStringLiteral("upper-roman");
+    case QCss::Value_SmallCaps: return QStringLiteral("small-caps");
+    case QCss::Value_Uppercase: return QStringLiteral("uppercase");
+    case QCss::Value_Lowercase: return QStringLiteral("lowercase");
+    case QCss::Value_WindowText: return QStringLiteral("window-text");
+    case QCss::Value_Button: return QStringLiteral("button");
+    case QCss::Value_Light: return QStringLiteral("light");
+    case QCss::Value_Midlight: return QStringLiteral("midlight");
+    case QCss::Value_Dark: return QStringLiteral("dark");
+    case QCss::Value_Mid: return QStringLiteral("mid");
+    case QCss::Value_Text: return QStringLiteral("text");
+    case QCss::Value_BrightText: return QStringLiteral("bright-text");
+    case QCss::Value_ButtonText: return QStringLiteral("button-text");
+    case QCss::Value_Base: return QStringLiteral("base");
+    case QCss::Value_Window: return QStringLiteral("window");
+    case QCss::Value_Shadow: return QStringLiteral("shadow");
+    case QCss::Value_Highlight: return QStringLiteral("highlight");
+    case QCss::Value_HighlightedText: return QStringLiteral("highlighted-text");
+    case QCss::Value_Link: return QStringLiteral("link");
+    case QCss::Value_LinkVisited: return QStringLiteral("link-visited");
+    case QCss::Value_AlternateBase: return QStringLiteral("alternate-base");
+    case QCss::Value_Disabled: return QStringLiteral("disabled");
+    case QCss::Value_Active: return QStringLiteral("active");
+    case QCss::Value_Selected: return QStringLiteral("selected");
+    case QCss::Value_On: return QStringLiteral("on");
+    case QCss::Value_Off: return QStringLiteral("off");
+    default: return QString();
+    }
+}
+
 QString DeclarationText(const QCss::Declaration& d) {
     QStringList values;
     for (const QCss::Value& v : qAsConst(d.d->values)) {
@@ -101,7 +183,9 @@ QString DeclarationText(const QCss::Declaration& d) {
                 values.last() += QLatin1Char(',');
             continue;
         }
-        QString text = v.toString();
+        QString text = v.type == QCss::Value::KnownIdentifier ? KnownValueName(v.variant.toInt()) : QString();
+        if (text.isEmpty())
+            text = v.toString();
         if (v.type == QCss::Value::String)
             text = QLatin1Char('"') + text + QLatin1Char('"');
         values << text;
