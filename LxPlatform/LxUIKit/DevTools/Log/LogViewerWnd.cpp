@@ -87,9 +87,8 @@ PendingQueue& Queue() {
 }
 std::atomic<int> g_i32PendingCount{0};
 
-// GUI-thread statics: a line being added (re-entrancy guard) and a scroll task in flight.
+// GUI-thread static: a line being added (re-entrancy guard).
 bool s_bAdding = false;
-bool s_bScrollPending = false;
 
 QString& UiDemoFolderForTest() {
     static QString s_str;
@@ -967,14 +966,18 @@ void CLogViewerWnd::ScheduleAutoScroll() {
         return;
     if (QGuiApplication::mouseButtons() & Qt::LeftButton)
         return;  // the user may be dragging the scroll bar
-    if (s_bScrollPending || QCoreApplication::closingDown())
+    // The flag is the window's own: a scroll task left over from a closed window must not hold back
+    // the next window's scrolling.
+    if (d->bScrollPending || QCoreApplication::closingDown())
         return;
-    s_bScrollPending = true;
+    d->bScrollPending = true;
     QPointer<CLogViewerWnd> self(this);
     core::post::ToMainDelay(
         [self] {
-            s_bScrollPending = false;
-            if (!self || QCoreApplication::closingDown() || !self->d->pList)
+            if (!self)
+                return;
+            self->d->bScrollPending = false;
+            if (QCoreApplication::closingDown() || !self->d->pList)
                 return;
             self->d->pModel->JumpToNewest();
             self->d->pModel->Update(0);

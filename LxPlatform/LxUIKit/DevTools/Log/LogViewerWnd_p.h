@@ -109,9 +109,10 @@ public:
     // Worker records taken from the queue and not yet added: a drain turn that runs out of time
     // leaves the rest here, in order, for the next turn.
     std::deque<QVector<CLogViewerWnd::ItemData>> dequeBacklog;
-    int i32BacklogFront = 0;   // records of the first backlog chunk already added
-    qint64 i64Backlog = 0;     // records in the backlog, not counting those already added
-    bool bTurnPosted = false;  // a follow-up drain turn is in the event queue
+    int i32BacklogFront = 0;      // records of the first backlog chunk already added
+    qint64 i64Backlog = 0;        // records in the backlog, not counting those already added
+    bool bTurnPosted = false;     // a follow-up drain turn is in the event queue
+    bool bScrollPending = false;  // an auto-scroll task is in the event queue
     QHash<QWidget*, core::CSafeFunction<QWidget*()>> hashPendingTabs;  // tab page -> its factory
 };
 
