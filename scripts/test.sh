@@ -27,7 +27,8 @@ elif [ "${1:-}" = "--clang" ]; then
 elif [ "${1:-}" = "--tsan" ]; then
   shift
   dir="${LX_BUILD_DIR:-$LX_ROOT/build-tsan}"
-  LX_PACKAGES+=(clang)
+  # clang's sanitizer runtimes are only recommended by its packages, which the install skips.
+  LX_PACKAGES+=(clang libclang-rt-14-dev)
   export CC=clang CXX=clang++
   cmake_args=(-DLX_TSAN=ON -DLX_BUILD_GALLERY=OFF -DLX_BUILD_BENCH=OFF)
   # Logging from many threads (the core, the viewer's queue, the developer tools' hook), posting to
