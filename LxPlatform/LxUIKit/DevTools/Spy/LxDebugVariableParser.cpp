@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <QSize>
 
+#include <limits>
+
 namespace devtools {
 namespace spy {
 namespace {
@@ -22,6 +24,11 @@ bool ParseInts(const QString& text, const QRegularExpression& re, int n, int* va
             return false;
     }
     return true;
+}
+
+bool FitsRect(int origin, int extent) {
+    const qint64 edge = qint64(origin) + extent - 1;
+    return edge >= std::numeric_limits<int>::min() && edge <= std::numeric_limits<int>::max();
 }
 
 }  // namespace
@@ -69,29 +76,37 @@ bool ParseDebugVariable(const QString& text, int type, QVariant* out, QString* e
             break;
         }
         case QMetaType::QSize: {
-            int n[2];
+            int n[2] = {};
             ok = ParseInts(t, QRegularExpression(QStringLiteral("^(-?\\d+)\\s*[x×,]\\s*(-?\\d+)$")), 2, n);
-            v = QSize(n[0], n[1]);
-            if (!ok)
+            if (ok)
+                v = QSize(n[0], n[1]);
+            else
                 reason = QStringLiteral("expected WIDTHxHEIGHT");
             break;
         }
         case QMetaType::QPoint: {
-            int n[2];
+            int n[2] = {};
             ok = ParseInts(t, QRegularExpression(QStringLiteral("^(-?\\d+)\\s*,\\s*(-?\\d+)$")), 2, n);
-            v = QPoint(n[0], n[1]);
-            if (!ok)
+            if (ok)
+                v = QPoint(n[0], n[1]);
+            else
                 reason = QStringLiteral("expected X,Y");
             break;
         }
         case QMetaType::QRect: {
-            int n[4];
+            int n[4] = {};
             ok = ParseInts(
                 t, QRegularExpression(QStringLiteral("^(-?\\d+)\\s*,\\s*(-?\\d+)\\s+(-?\\d+)\\s*[x×]\\s*(-?\\d+)$")), 4,
                 n);
-            v = QRect(n[0], n[1], n[2], n[3]);
-            if (!ok)
+            if (!ok) {
                 reason = QStringLiteral("expected X,Y WIDTHxHEIGHT");
+            } else if (!FitsRect(n[0], n[2]) || !FitsRect(n[1], n[3])) {
+                // QRect keeps the far edge (x + width - 1) as an int: refuse what it cannot hold.
+                ok = false;
+                reason = QStringLiteral("rectangle reaches past the integer range");
+            } else {
+                v = QRect(n[0], n[1], n[2], n[3]);
+            }
             break;
         }
         case QMetaType::QFont: {

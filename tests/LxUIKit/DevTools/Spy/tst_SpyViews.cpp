@@ -82,6 +82,8 @@ void TestSpyViews::parser_data() {
     QTest::newRow("point") << "-3, 7" << int(QMetaType::QPoint) << true << QVariant(QPoint(-3, 7));
     QTest::newRow("rect") << "1,2 30x40" << int(QMetaType::QRect) << true << QVariant(QRect(1, 2, 30, 40));
     QTest::newRow("rect bad") << "1,2,30,40" << int(QMetaType::QRect) << false << QVariant();
+    QTest::newRow("rect past int") << "2147483000,0 2000x10" << int(QMetaType::QRect) << false << QVariant();
+    QTest::newRow("int past range") << "99999999999" << int(QMetaType::Int) << false << QVariant();
     QTest::newRow("unsupported") << "x" << int(QMetaType::QVariantMap) << false << QVariant();
 }
 
