@@ -44,6 +44,7 @@
 #include <atomic>
 #include <deque>
 #include <mutex>
+#include <vector>
 
 namespace {
 
@@ -58,9 +59,19 @@ constexpr int kColumns = 5;
 // chunk, to start a new one), and trimming an overflowing queue unlinks a whole chunk that is freed
 // after the lock is let go.
 constexpr int kChunkSize = 1024;
+// Chunks the GUI thread has gone through are handed back for the writers to fill again, so a flood
+// does not allocate and free a chunk per thousand records (and the heap does not grow and shrink
+// with it). The writer that takes one empties it, outside the lock: freeing what a chunk still holds
+// (moved-out records, or records skipped because newer ones would push them out anyway) is then
+// spread over the writers instead of landing on the GUI thread's turn.
+constexpr size_t kSpareChunks = 64;
 // Time one drain turn may spend adding lines before it leaves the rest for the next turn, so the GUI
-// thread keeps answering (one frame at 60 Hz is 16 ms; the rest of the turn needs some of it).
-constexpr qint64 kDrainTurnBudgetNs = qint64(6) * 1000 * 1000;
+// thread keeps answering. One frame at 60 Hz is 16 ms; the rest of the turn needs some of it, and
+// under a flood the writers compete with the GUI thread for the cores, so a turn's wall time can be
+// a multiple of its own work.
+constexpr qint64 kDrainTurnBudgetNs = qint64(4) * 1000 * 1000;
+// The clock is read every this many lines (a line costs about a microsecond).
+constexpr int kClockEveryLines = 64;
 qint64 s_i64DrainTurnBudgetNs = kDrainTurnBudgetNs;
 
 const QString kSection = QStringLiteral("StdOutDialog");
@@ -78,6 +89,7 @@ using Chunk = QVector<CLogViewerWnd::ItemData>;
 struct PendingQueue {
     std::mutex mutex;               // a pthread mutex, which ThreadSanitizer understands
     std::deque<Chunk> dequeChunks;  // guarded by mutex, oldest first
+    std::vector<Chunk> vecSpare;    // chunks to reuse, not yet emptied (guarded)
     int i32Count = 0;               // records in dequeChunks (guarded)
     qint64 i64Skipped = 0;          // records dropped from the queue's front (guarded)
 };
@@ -128,6 +140,19 @@ const TypeInfo* TypeOf(int type) {
         if (type & t.bit)
             return &t;
     return nullptr;
+}
+
+// Hands chunks the GUI thread has gone through to the writers; what does not fit is freed here, after
+// the lock is let go.
+void RecycleChunks(std::vector<Chunk>* pChunks) {
+    if (pChunks->empty())
+        return;
+    PendingQueue& q = Queue();
+    std::lock_guard<std::mutex> lock(q.mutex);
+    while (!pChunks->empty() && q.vecSpare.size() < kSpareChunks) {
+        q.vecSpare.push_back(std::move(pChunks->back()));
+        pChunks->pop_back();
+    }
 }
 
 bool OnMainThread() {
@@ -684,10 +709,20 @@ void CLogViewerWnd::addMessage(const FrameWork::LogContext& context) {
     Chunk gone;  // a chunk trimmed off the queue's front, freed after the lock is let go
     {
         PendingQueue& q = Queue();
-        std::lock_guard<std::mutex> lock(q.mutex);
+        std::unique_lock<std::mutex> lock(q.mutex);
         if (q.dequeChunks.empty() || q.dequeChunks.back().size() >= kChunkSize) {
-            q.dequeChunks.emplace_back();
-            q.dequeChunks.back().reserve(kChunkSize);
+            Chunk fresh;
+            if (!q.vecSpare.empty()) {
+                fresh = std::move(q.vecSpare.back());
+                q.vecSpare.pop_back();
+            }
+            lock.unlock();
+            fresh.clear();  // frees what a reused chunk still holds; keeps its capacity
+            fresh.reserve(kChunkSize);
+            lock.lock();
+            // Another writer may have started a chunk meanwhile: this one goes after it, and every
+            // record still lands behind the ones written before it.
+            q.dequeChunks.push_back(std::move(fresh));
         }
         q.dequeChunks.back().append(std::move(item));
         ++q.i32Count;
@@ -760,13 +795,18 @@ void CLogViewerWnd::Drain(qint64 i64BudgetNs) {
     qint64 toSkip = d->i64Backlog - fromBacklog;
     d->i32NextSeq += int(skipped + toSkip);
     d->i64Backlog -= toSkip;
+    std::vector<Chunk> spent;  // chunks gone through, handed back to the writers at the end
+    const auto popFront = [this, &spent] {
+        spent.push_back(std::move(d->dequeBacklog.front()));
+        d->dequeBacklog.pop_front();
+        d->i32BacklogFront = 0;
+    };
     while (toSkip > 0) {
         Chunk& front = d->dequeBacklog.front();
         const int left = front.size() - d->i32BacklogFront;
         if (toSkip >= left) {
             toSkip -= left;
-            d->dequeBacklog.pop_front();
-            d->i32BacklogFront = 0;
+            popFront();
         } else {
             d->i32BacklogFront += int(toSkip);
             toSkip = 0;
@@ -778,11 +818,9 @@ void CLogViewerWnd::Drain(qint64 i64BudgetNs) {
         Chunk& front = d->dequeBacklog.front();
         AddLine(std::move(front[d->i32BacklogFront]), now, true);
         --d->i64Backlog;
-        if (++d->i32BacklogFront >= front.size()) {
-            d->dequeBacklog.pop_front();
-            d->i32BacklogFront = 0;
-        }
-        if (i64BudgetNs >= 0 && (++added & 255) == 0 && clock.nsecsElapsed() > i64BudgetNs)
+        if (++d->i32BacklogFront >= front.size())
+            popFront();
+        if (i64BudgetNs >= 0 && ++added % kClockEveryLines == 0 && clock.nsecsElapsed() > i64BudgetNs)
             break;
     }
     if (d->i64Backlog == 0) {
@@ -790,6 +828,7 @@ void CLogViewerWnd::Drain(qint64 i64BudgetNs) {
         d->i32BacklogFront = 0;
     }
     s_bAdding = false;
+    RecycleChunks(&spent);
     if (d->pModel && isVisible())
         d->pModel->Update(0);
     RefreshStatus();

@@ -128,7 +128,7 @@ int StoreSizeAfter(int i32Lines, qint64 i64Appends, int i32Cap);
 QStringList UiDemoCandidates();
 void SetUiDemoFolderForTest(const QString& folder);
 // Time one drain turn may spend adding lines; negative restores the default. A turn checks the
-// clock every 256 lines, so 0 makes every turn add exactly 256.
+// clock every 64 lines, so 0 makes every turn add exactly 64.
 void SetDrainTurnBudgetNs(qint64 i64Ns);
 }  // namespace detail
 }  // namespace log
