@@ -60,6 +60,19 @@ inline auto Link(const QString& title, const QString& url,
     return s;
 }
 
+// The fixed font the layout tests measure with.
+inline QFont TestFont() {
+    QFont f(QStringLiteral("DejaVu Sans"));
+    f.setPixelSize(14);
+    return f;
+}
+
+// A 10 x 10 SVG square of one colour.
+inline QByteArray SvgRect(const char* color) {
+    const char* svg = "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='10' height='10'";
+    return QByteArray(svg) + " fill='" + color + "'/></svg>";
+}
+
 // A picture of one colour saved as `name` in `dir`; answers its path.
 inline QString MakeImage(const QTemporaryDir& dir, const QString& name, const QSize& size, QColor color = Qt::red) {
     QImage img(size, QImage::Format_ARGB32);
@@ -77,6 +90,10 @@ int CountPixels(const QImage& img, const QRect& area, Pred pred) {
         for (int x = r.left(); x <= r.right(); ++x)
             n += pred(img.pixelColor(x, y)) ? 1 : 0;
     return n;
+}
+
+inline int RedPixels(const QImage& img, const QRect& area) {
+    return CountPixels(img, area, [](QColor c) { return c.red() > 150 && c.green() < 140 && c.blue() < 140; });
 }
 
 }  // namespace rt_test

@@ -249,10 +249,8 @@ private slots:
         QTest::addColumn<QString>("evil");
         QTest::newRow("anchor") << R"(<a href="9">click</a>)";
         QTest::newRow("entity") << "&lt;a href=&quot;9&quot;&gt;";
-        QTest::newRow("image") << R"(<img src="x.png">)";
         QTest::newRow("quote breakout") << R"(x" ><a href="9">y</a><img src="z)";
         QTest::newRow("single quote breakout") << R"(x' ><a href='9'>y</a><img src='z)";
-        QTest::newRow("comment and cdata") << "<!-- x --><![CDATA[y]]>";
         QTest::newRow("arg markers") << "%1 %2 %3";
     }
     void injection() {
@@ -285,21 +283,16 @@ private slots:
         }
     }
 
-    // Numbers out of a field's range, from a stored or received value, read saturated (or as 0)
-    // instead of ending the process; identifiers read whole up to their type's maximum.
+    // Each kind reads its numbers with the reader of its field's width (the readers' own edges are
+    // pinned in tst_ProtoValue): out of range saturates (or reads 0) instead of ending the process.
     void hostileNumbers_data() {
         QTest::addColumn<QString>("json");
         QTest::addColumn<quint64>("id");  // the kind's identifier after reading
         QTest::newRow("emotion, huge") << R"({"type":6,"emotionid":1e300})" << quint64(UINT32_MAX);
         QTest::newRow("emotion, negative") << R"({"type":6,"emotionid":-3})" << quint64(0);
-        QTest::newRow("emotion, just over") << R"({"type":6,"emotionid":4294967296})" << quint64(UINT32_MAX);
-        QTest::newRow("emotion, largest") << R"({"type":6,"emotionid":4294967295})" << quint64(UINT32_MAX);
         QTest::newRow("link, past int64") << R"({"type":7,"linktype":9223372036854775808})" << quint64(INT32_MAX);
         QTest::newRow("link, very negative") << R"({"type":7,"linktype":-1e19})" << quint64(qint64(INT32_MIN));
-        QTest::newRow("link, fraction") << R"({"type":7,"linktype":2.7})" << quint64(2);
         QTest::newRow("stock, huge") << R"({"type":4,"stockid":1e300})" << quint64(kMax64);
-        QTest::newRow("stock, negative fraction") << R"({"type":4,"stockid":-1.5})" << quint64(0);
-        QTest::newRow("stock, largest") << R"({"type":4,"stockid":18446744073709551615})" << quint64(kMax64);
         QTest::newRow("user, above int64")
             << R"({"type":3,"userid":9300000000000000000})" << quint64(9300000000000000000ULL);
         QTest::newRow("portfolio, string") << R"({"type":5,"portfolioid":"12"})" << quint64(0);
@@ -347,8 +340,6 @@ private slots:
         const auto u = [](uint cp) { return QString::fromUcs4(&cp, 1); };
         QTest::newRow("frame end") << "x" + u(0xFDD1) + "y"
                                    << "xy";
-        QTest::newRow("frame start") << "x" + u(0xFDD0) + "y"
-                                     << "xy";
         QTest::newRow("other non-characters") << u(0xFDEF) + "a" + u(0xFFFE) + u(0xFFFF) + u(0x1FFFF) << "a";
         QTest::newRow("object replacement") << "o" + u(0xFFFC) + "k"
                                             << "ok";
