@@ -52,33 +52,22 @@ private slots:
         QTest::addColumn<bool>("ok");
         QTest::addColumn<quint64>("first");
         QTest::addColumn<quint64>("second");
-        QTest::newRow("stat, name with ') '")
-            << QByteArray("stat") << QByteArray("12 (a) b) R 1 1 1 0 -1 0 0 0 0 0 77 33 0 0 20") << true << quint64(77)
-            << quint64(33);
-        QTest::newRow("stat, cut short") << QByteArray("stat") << QByteArray("12 (a) R 1 1 1 0 -1 0 0 0 0 0 77")
-                                         << false << quint64(0) << quint64(0);
-        QTest::newRow("stat, no name") << QByteArray("stat") << QByteArray("12 R 1 1 1 0 -1 0 0 0 0 0 77 33 0") << false
-                                       << quint64(0) << quint64(0);
-        QTest::newRow("stat, negative ticks")
-            << QByteArray("stat") << QByteArray("1 (x) R 1 1 1 0 -1 0 0 0 0 0 -5 3 0 0") << false << quint64(0)
-            << quint64(0);
-        QTest::newRow("statm") << QByteArray("statm") << QByteArray("765 438 410 5 0 123 0\n") << true << quint64(438)
-                               << quint64(0);
-        QTest::newRow("statm, one field")
-            << QByteArray("statm") << QByteArray("765") << false << quint64(0) << quint64(0);
-        QTest::newRow("io") << QByteArray("io") << QByteArray("syscw: 4\nrchar: 9\nwchar: 8\nsyscr: 3\n") << true
-                            << quint64(9) << quint64(3);
-        QTest::newRow("io, syscw missing")
-            << QByteArray("io") << QByteArray("rchar: 9\nwchar: 8\nsyscr: 3\n") << false << quint64(0) << quint64(0);
-        QTest::newRow("netstat") << QByteArray("netstat")
-                                 << QByteArray(
-                                        "TcpExt: A B\nTcpExt: 1 2\nIpExt: X InOctets OutOctets\nIpExt: 0 50 60\n")
-                                 << true << quint64(50) << quint64(60);
-        QTest::newRow("netstat, value line short")
-            << QByteArray("netstat") << QByteArray("IpExt: X InOctets OutOctets\nIpExt: 0 50\n") << false << quint64(0)
-            << quint64(0);
-        QTest::newRow("netstat, no IpExt")
-            << QByteArray("netstat") << QByteArray("TcpExt: A\nTcpExt: 1\n") << false << quint64(0) << quint64(0);
+        auto row = [](const char* name, const char* file, const char* text, bool ok, quint64 first = 0,
+                      quint64 second = 0) {
+            QTest::newRow(name) << QByteArray(file) << QByteArray(text) << ok << first << second;
+        };
+        row("stat, name with ') '", "stat", "12 (a) b) R 1 1 1 0 -1 0 0 0 0 0 77 33 0 0 20", true, 77, 33);
+        row("stat, cut short", "stat", "12 (a) R 1 1 1 0 -1 0 0 0 0 0 77", false);
+        row("stat, no name", "stat", "12 R 1 1 1 0 -1 0 0 0 0 0 77 33 0", false);
+        row("stat, negative ticks", "stat", "1 (x) R 1 1 1 0 -1 0 0 0 0 0 -5 3 0 0", false);
+        row("statm", "statm", "765 438 410 5 0 123 0\n", true, 438);
+        row("statm, one field", "statm", "765", false);
+        row("io", "io", "syscw: 4\nrchar: 9\nwchar: 8\nsyscr: 3\n", true, 9, 3);
+        row("io, syscw missing", "io", "rchar: 9\nwchar: 8\nsyscr: 3\n", false);
+        row("netstat", "netstat", "TcpExt: A B\nTcpExt: 1 2\nIpExt: X InOctets OutOctets\nIpExt: 0 50 60\n", true, 50,
+            60);
+        row("netstat, value line short", "netstat", "IpExt: X InOctets OutOctets\nIpExt: 0 50\n", false);
+        row("netstat, no IpExt", "netstat", "TcpExt: A\nTcpExt: 1\n", false);
     }
     void parsers() {
         QFETCH(QByteArray, file);
@@ -123,14 +112,12 @@ private slots:
         sampler.Sample(12000, second);  // two seconds later
         QCOMPARE(second.dCpuPercent, 200.0 / double(sysconf(_SC_CLK_TCK)) / 2.0 * 100.0);
         QCOMPARE(second.dMemoryMB, 51200.0 * sysconf(_SC_PAGESIZE) / (1024.0 * 1024.0));
-        QCOMPARE(second.i64IOReadTimes, qint64(25));
-        QCOMPARE(second.i64IOWriteTimes, qint64(1));
-        QCOMPARE(second.i64IOReadBytes, qint64(50000));
-        QCOMPARE(second.i64IOWriteBytes, qint64(0));
+        // IO calls and bytes read and written in the interval, then TCP bytes received and sent.
+        QCOMPARE((QList<qint64>{second.i64IOReadTimes, second.i64IOWriteTimes, second.i64IOReadBytes,
+                                second.i64IOWriteBytes, second.i64TcpRecvBytes, second.i64TcpSentBytes}),
+                 (QList<qint64>{25, 1, 50000, 0, 204800, 51200}));
         QCOMPARE(second.dTcpRecvKBps, 100.0);  // 204800 bytes over 2 s
         QCOMPARE(second.dTcpSentKBps, 25.0);
-        QCOMPARE(second.i64TcpRecvBytes, qint64(204800));
-        QCOMPARE(second.i64TcpSentBytes, qint64(51200));
 
         // Counters that went backwards (a reset) count nothing; the totals stay.
         sampler.SetRoot(lxtest::ProcFixtureDir("t0"));
@@ -156,11 +143,7 @@ private slots:
         QCOMPARE(b.dTcpRecvKBps, 0.0);
         QCOMPARE(b.dCpuPercent, 0.0);  // same stat twice: no CPU time spent
         QCOMPARE(sampler.FailureCount(), 3);
-        int lines = 0;
-        for (const QString& t : log.texts())
-            if (t.contains(QLatin1String("figures read 0")))
-                ++lines;
-        QCOMPARE(lines, 3);
+        QCOMPARE(log.texts().filter(QStringLiteral("figures read 0")).size(), 3);
         QVERIFY(log.contains("statm"));
 
         CProcSampler none(QStringLiteral("/nonexistent/proc"));

@@ -15,40 +15,33 @@ class TestAutoTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void cleanup() { lxtest::ResetGlobals(); }
-    void pluginLoadsAndUnloads();
-    void badPluginIsLoggedNotFatal();
+    void badPluginIsLoggedGoodOneLoadsAndUnloads() {
+        lxtest::TempProductRoot root;
+        CUIAutoTestManager* mgr = CUIAutoTestManager::instance();
+        // A file that is not a library, named relative to the settings folder.
+        lxtest::WriteFile(core::product_path::GetSettingsDir() + QStringLiteral("/junk.so"), "not a library");
+        core::CIniWrapper(mgr->ConfigFilePath())
+            .SetValue(QStringLiteral("AutoTest"), QStringLiteral("Plugin"), QStringLiteral("junk.so"));
+        lxtest::LogCapture capture;
+        QVERIFY(!mgr->Init());
+        QVERIFY(!mgr->IsPluginLoaded());
+        QVERIFY(capture.contains(QStringLiteral("cannot load plug-in")));
+        QVERIFY(capture.contains(QStringLiteral("junk.so")));
+        mgr->UnInit();  // nothing loaded: nothing happens
+
+        core::CIniWrapper(mgr->ConfigFilePath())
+            .SetValue(QStringLiteral("AutoTest"), QStringLiteral("Plugin"), QStringLiteral(LX_TEST_AUTOTEST_PLUGIN));
+        capture.clear();
+        lxuikit::Init_LxUiKit_AfterProcessStart_MainThread();
+        QVERIFY(mgr->IsPluginLoaded());
+        QCOMPARE(qApp->property("lx_autotest_state").toString(), QStringLiteral("started"));
+        QVERIFY(capture.contains(QStringLiteral("started")));
+        lxuikit::Uninit_LxUiKit_OnProcessExit_MainThread();
+        QVERIFY(!mgr->IsPluginLoaded());
+        QCOMPARE(qApp->property("lx_autotest_state").toString(), QStringLiteral("stopped"));
+        QVERIFY(capture.contains(QStringLiteral("unloaded")));
+    }
 };
-
-void TestAutoTest::pluginLoadsAndUnloads() {
-    lxtest::TempProductRoot root;
-    CUIAutoTestManager* mgr = CUIAutoTestManager::instance();
-    core::CIniWrapper(mgr->ConfigFilePath())
-        .SetValue(QStringLiteral("AutoTest"), QStringLiteral("Plugin"), QStringLiteral(LX_TEST_AUTOTEST_PLUGIN));
-    lxtest::LogCapture capture;
-    lxuikit::Init_LxUiKit_AfterProcessStart_MainThread();
-    QVERIFY(mgr->IsPluginLoaded());
-    QCOMPARE(qApp->property("lx_autotest_state").toString(), QStringLiteral("started"));
-    QVERIFY(capture.contains(QStringLiteral("started")));
-    lxuikit::Uninit_LxUiKit_OnProcessExit_MainThread();
-    QVERIFY(!mgr->IsPluginLoaded());
-    QCOMPARE(qApp->property("lx_autotest_state").toString(), QStringLiteral("stopped"));
-    QVERIFY(capture.contains(QStringLiteral("unloaded")));
-}
-
-void TestAutoTest::badPluginIsLoggedNotFatal() {
-    lxtest::TempProductRoot root;
-    CUIAutoTestManager* mgr = CUIAutoTestManager::instance();
-    // A file that is not a library, named relative to the settings folder.
-    lxtest::WriteFile(core::product_path::GetSettingsDir() + QStringLiteral("/junk.so"), "not a library");
-    core::CIniWrapper(mgr->ConfigFilePath())
-        .SetValue(QStringLiteral("AutoTest"), QStringLiteral("Plugin"), QStringLiteral("junk.so"));
-    lxtest::LogCapture capture;
-    QVERIFY(!mgr->Init());
-    QVERIFY(!mgr->IsPluginLoaded());
-    QVERIFY(capture.contains(QStringLiteral("cannot load plug-in")));
-    QVERIFY(capture.contains(QStringLiteral("junk.so")));
-    mgr->UnInit();  // nothing loaded: nothing happens
-}
 
 QTEST_MAIN(TestAutoTest)
 #include "tst_AutoTest.moc"
