@@ -244,7 +244,7 @@ private Q_SLOTS:
         QCOMPARE(m_pWnd->Lines().last().i32Seq, total);
     }
     void drainTurnsKeepOrderAndLoseNothing() {
-        devtools::log::detail::SetDrainTurnBudgetNs(0);  // every turn stops after 256 lines
+        devtools::log::detail::SetDrainTurnBudgetNs(0);  // every turn stops after 64 lines
         for (int i = 0; i < 29000; ++i)
             m_pWnd->addMessageInMain(QString::number(i), QString(), LxLogType_Info);
         m_pWnd->show();
@@ -269,6 +269,16 @@ private Q_SLOTS:
             QCOMPARE(lines[i].i32Seq, total - size + 1 + i);
             QCOMPARE(lines[i].strMessage, QString::number(total - size + i));
         }
+        // The chunks the turns went through go back to the writers: a second flood fills them with
+        // nothing left over from the first, and nothing lost.
+        constexpr int kSecond = 2500;
+        QueueFromWorker(total, kSecond);
+        m_pWnd->FlashPendingMessage();
+        const auto& after = m_pWnd->Lines();
+        QCOMPARE(after.size(),
+                 devtools::log::detail::StoreSizeAfter(0, total + kSecond, CLogViewerWnd::SaveInfoSize()));
+        for (int i = 0; i < kSecond; ++i)
+            QCOMPARE(after[after.size() - kSecond + i].strMessage, QString::number(total + i));
     }
     void filters_data() {
         QTest::addColumn<bool>("regExp");
