@@ -92,10 +92,6 @@ void PutBE32(QByteArray& out, quint32 v) {
     for (int shift = 24; shift >= 0; shift -= 8)
         out.append(char((v >> shift) & 0xff));
 }
-void PutBE16(QByteArray& out, int v) {
-    out.append(char((v >> 8) & 0xff));
-    out.append(char(v & 0xff));
-}
 
 // EXIF APP1 body: little-endian TIFF header, one IFD with the orientation tag.
 QByteArray ExifOrientation(int orientation) {
@@ -174,68 +170,6 @@ QByteArray MakeJpeg(const QImage& source, const JpegOptions& options) {
 }
 
 QByteArray IccMatrixProfile() { return QColorSpace(QColorSpace::SRgb).iccProfile(); }
-
-QByteArray IccLutProfile() {
-    // Tag data first, then the header and tag table that point at it.
-    auto xyz = [](double x, double y, double z) {
-        QByteArray t("XYZ \0\0\0\0", 8);
-        for (double v : {x, y, z})
-            PutBE32(t, quint32(qint32(v * 65536.0)));
-        return t;
-    };
-    QByteArray desc("desc\0\0\0\0", 8);
-    PutBE32(desc, 4);
-    desc.append("lut\0", 4);
-    desc.append(QByteArray(12 + 67, '\0'));  // no Unicode or ScriptCode description
-    // mft2: 3 inputs, 3 outputs, a 2-point grid, identity matrix, two-entry tables.
-    QByteArray lut("mft2\0\0\0\0", 8);
-    lut.append(char(3));
-    lut.append(char(3));
-    lut.append(char(2));
-    lut.append(char(0));
-    for (int i = 0; i < 9; ++i)
-        PutBE32(lut, (i % 4 == 0) ? 0x10000u : 0u);
-    PutBE16(lut, 2);
-    PutBE16(lut, 2);
-    for (int i = 0; i < 3; ++i) {
-        PutBE16(lut, 0);
-        PutBE16(lut, 0xffff);
-    }
-    for (int i = 0; i < 8; ++i)
-        for (int c = 0; c < 3; ++c)
-            PutBE16(lut, ((i >> (2 - c)) & 1) ? 0xffff : 0);
-    for (int i = 0; i < 3; ++i) {
-        PutBE16(lut, 0);
-        PutBE16(lut, 0xffff);
-    }
-    const QByteArray wtpt = xyz(0.9642, 1.0, 0.8249);
-    const QList<QPair<QByteArray, QByteArray>> tags{{"desc", desc}, {"wtpt", wtpt}, {"A2B0", lut}, {"B2A0", lut}};
-    const int tableSize = 4 + 12 * tags.size();
-    QByteArray body;
-    QByteArray table;
-    PutBE32(table, quint32(tags.size()));
-    for (const auto& tag : tags) {
-        while (body.size() % 4)
-            body.append('\0');
-        table.append(tag.first);
-        PutBE32(table, quint32(128 + tableSize + body.size()));
-        PutBE32(table, quint32(tag.second.size()));
-        body.append(tag.second);
-    }
-    QByteArray header;
-    PutBE32(header, quint32(128 + tableSize + body.size()));
-    header.append("lcms");
-    PutBE32(header, 0x02100000);  // version 2.1
-    header.append("mntrRGB XYZ ");
-    header.append(QByteArray(12, '\0'));  // date
-    header.append("acsp");
-    header.append(QByteArray(24, '\0'));  // platform, flags, manufacturer, model, attributes
-    PutBE32(header, 0);                   // rendering intent
-    const QByteArray d50 = xyz(0.9642, 1.0, 0.8249).mid(8);
-    header.append(d50);
-    header.append(QByteArray(128 - header.size(), '\0'));
-    return header + table + body;
-}
 
 QByteArray ZlibBomb(qint64 inflatedBytes) {
     z_stream zs{};

@@ -33,10 +33,8 @@ struct JpegOptions {
     QByteArray icc;              // written as APP2 ICC_PROFILE segments
 };
 QByteArray MakeJpeg(const QImage& image, const JpegOptions& options);
-// ICC profiles: an RGB matrix/TRC profile (sRGB, Qt's own) and an RGB profile whose only colour
-// transform is a LUT (A2B0/B2A0 of type mft2), which Qt's colour management does not use.
+// An RGB matrix/TRC ICC profile (sRGB, Qt's own).
 QByteArray IccMatrixProfile();
-QByteArray IccLutProfile();
 
 // A 1x1 PNG with `tail` chunks appended after IDAT (before IEND); each is length, type, data and
 // a CRC. The declared length may lie (`declared` >= 0 replaces it).

@@ -300,16 +300,6 @@ private slots:
         QFile::remove(copied);
     }
 
-    void misuseAsserts() {
-        lxtest::AssertRecorder asserts;
-        CLxWebStaticImageWidget().Copy();  // nothing to copy
-        QVERIFY(asserts.has(QStringLiteral("LxPlatform/LxUIKit/WebImage/LxWebStaticImageWidget"),
-                            QStringLiteral("!m_pixmap.isNull()")));
-        QVERIFY(!CLxWebAnimatedImageWidget().LoadCache(QStringLiteral("never cached")));
-        QVERIFY(asserts.has(QStringLiteral("LxPlatform/LxUIKit/WebImage/LxWebAnimatedImageWidget"),
-                            QStringLiteral("m_pMovie != nullptr && m_pMovie->isValid()")));
-    }
-
     // Animated pictures play from memory: neither the cache's movies nor the widgets' own hold a
     // file open, so a long feed of GIFs does not run the process out of descriptors.
     void moviesHoldNoOpenFiles() {

@@ -1,18 +1,20 @@
 // Loading: LxWebImageWidget and LWebImageReloadHelper against a scripted in-process downloader.
 // The road of one URL to its status signal: cache, download, type detection, supersession,
-// failures, placeholders, retries and movies shared between viewers. (How a picture is drawn is
-// tst_WebImageDrawing's.)
+// failures, placeholders, retries and movies shared between viewers; and the download facade and
+// the memory image cache on their own. (How a picture is drawn is tst_WebImageDrawing's.)
 
 #include "ImageFixtures.h"
 #include "LxTestSupport.h"
 #include "ScriptedDownloadDelegate.h"
 
+#include <LxCore/StrConv.h>
 #include <LxStdUI/ThemeManager.h>
 #include <LxUIKit/WebImage/LWebImageReloadHelper.h>
 #include <LxUIKit/WebImage/LxWebAnimatedImageWidget_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageWidget.h>
 
+#include <QBitmap>
 #include <QMovie>
 #include <QPointer>
 #include <QTemporaryDir>
@@ -38,6 +40,18 @@ void SetTheme(lx_ui_theme::Manager::Theme theme) { lx_ui_theme::Manager::instanc
 
 const QColor kLightFailed(0xfb, 0xea, 0xea);
 
+using lxuikit_http::HttpWorkPool;
+using lxuikit_http::LxHttpDownloadCacheMode;
+
+class NullReceiver : public LUIKitHttpDownloadDelegate {
+public:
+    void OnDownloadSuccess(const QString&, const QString&, const QByteArray&) override {}
+    void OnDownloadFailed(const QString&, int, int) override {}
+};
+
+// A pixmap whose pixels are never touched: big sizes cost address space only.
+QPixmap Blank(int w, int h) { return QPixmap(w, h); }
+
 }  // namespace
 
 class tst_WebImageLoading : public QObject {
@@ -52,6 +66,9 @@ class tst_WebImageLoading : public QObject {
 
 private slots:
     void initTestCase() {
+        lxtest::LogCapture logs;  // the cache's first use logs its bound
+        CLxWebImageCacheMgr::GetInstance();
+        QVERIFY(logs.hasExact(QStringLiteral("m_ki32MaxCacheCost:1048576000")));
         qRegisterMetaType<LxWebImageWidget*>();
         m_strPng = lxtest::SaveImage(Path("a.png"), lxtest::MakeTestImage(30, 20, Qt::red), "PNG");
         m_strPng2 = lxtest::SaveImage(Path("b.png"), lxtest::MakeTestImage(50, 10, Qt::green), "PNG");
@@ -72,15 +89,11 @@ private slots:
 
     void emptyUrlAndLocalFiles() {
         lxtest::LogCapture logs;
-        lxtest::AssertRecorder asserts;
         LxWebImageWidget w;
         QSignalSpy spy(&w, &LxWebImageWidget::ImageLoadStatusSignal);
         w.SetUrl(QString());
         QVERIFY(logs.hasExact(QStringLiteral("url is empty, return.")));
         QVERIFY(!w.GetDefaultPixmap().isNull() && !w.IsShowingFailImage());  // the loading placeholder
-        w.Copy();
-        QVERIFY(asserts.has(QStringLiteral("LxPlatform/LxUIKit/WebImage/LxWebImageWidget"),
-                            QStringLiteral("m_pImageWidget")));
         // A local file is shown at once, even one whose path reads like a URL.
         for (const QString& path : {m_strPng, Copy(m_strPng, "http:/example.com/pic.png")}) {
             w.SetUrl(path);
@@ -98,7 +111,6 @@ private slots:
         QSignalSpy spy(&first, &LxWebImageWidget::ImageLoadStatusSignal);
         first.SetUrl(url, Path("dl"));
         second.SetUrl(url);
-        QVERIFY(!first.GetDefaultPixmap().isNull());  // loading placeholder meanwhile
         QCOMPARE(m_pDelegate->Downloads().front().i32Pool, 1);
         QCOMPARE(m_pDelegate->CacheMode(url), 1);
         QCOMPARE(m_pDelegate->DownloadDir(url), Path("dl"));
@@ -210,7 +222,6 @@ private slots:
         QPointer<CLxImageWidgetBase> waiting = w.GetPrivateImageWidget();  // a miss prepares a static one
         QCOMPARE(w.GetPrivateImageType(), LxWebImageWidget::ImageType_Static);
         m_pDelegate->Succeed(QStringLiteral("http://img.test/1"), m_strPng);
-        QCOMPARE(w.GetPrivateImageWidget(), waiting.data());  // same kind: reused
         w.SetUrl(QStringLiteral("http://img.test/2"));
         m_pDelegate->Succeed(QStringLiteral("http://img.test/2"), m_strGif);
         QCOMPARE(w.GetPrivateImageType(), LxWebImageWidget::ImageType_Animated);
@@ -417,6 +428,153 @@ private slots:
         QCOMPARE(reports, QStringList{report});
         QCOMPARE((finalSpy.isEmpty() ? okSpy : finalSpy).first().at(0).value<LxWebImageWidget*>(), &w);
         QCOMPARE(w.property(LWebImageReloadHelper::kFailCountProperty).toUInt(), 0u);  // reset for the next load
+    }
+
+    void keyIsTheHashOfTheUtf8Bytes_data() {
+        QTest::addColumn<QString>("url");
+        QTest::newRow("ascii") << QStringLiteral("https://img.example.com/a/b.png?size=96");
+        QTest::newRow("empty") << QString();
+        QTest::newRow("non-ascii") << QStringLiteral("https://图片.example/头像.png");
+        QTest::newRow("latin-1") << QStringLiteral("https://img.example/café.png");
+        QTest::newRow("long ascii") << QStringLiteral("https://x/") + QString(600, QLatin1Char('a'));
+        QTest::newRow("lone surrogate") << QStringLiteral("a") + QChar(0xd800) + QStringLiteral("b");
+    }
+    void keyIsTheHashOfTheUtf8Bytes() {
+        QFETCH(QString, url);
+        QCOMPARE(quint64(CLxWebImageCacheMgr::KeyOf(url)), quint64(core::str_conv::HashStrToUInt64(url.toStdString())));
+    }
+
+    void facadeWithoutDelegateAssertsAndDoesNothing() {
+        ILxUIKitHttpDownloadMgr::setDelegate(nullptr);
+        lxtest::AssertRecorder asserts;
+        auto* receiver = new NullReceiver;
+        ILxUIKitHttpDownloadMgr::download("http://a/x.png", receiver, HttpWorkPool::Image);
+        ILxUIKitHttpDownloadMgr::setCacheMode("http://a/x.png", LxHttpDownloadCacheMode::ReuseDownloaded);
+        ILxUIKitHttpDownloadMgr::setDowndloadDirPath("http://a/x.png", "/tmp");
+        ILxUIKitHttpDownloadMgr::removeDownloadDelegate(receiver);
+        delete receiver;  // a dying receiver unregisters itself: one more
+        QCOMPARE(asserts.count(), 5);
+        QVERIFY(asserts.has(QStringLiteral("LxPlatform/LxUIKit/WebImage/ILxUIKitHttpDownloadMgr"), "false"));
+    }
+
+    void pixmapCost_data() {
+        QTest::addColumn<int>("w");
+        QTest::addColumn<int>("h");
+        QTest::addColumn<bool>("bitmap");
+        QTest::addColumn<int>("cost");
+        QTest::newRow("10x10x32") << 10 << 10 << false << 400;
+        QTest::newRow("bitmap rounds toward zero") << 3 << 5 << true << 1;  // 15 / 8
+        // The 32-bit product wraps from 2^31 on: the costliest pixmap that does not wrap stays far
+        // under the limit, so an oversized object can never reach the cache's size check.
+        QTest::newRow("8192x8191x32, the last without a wrap") << 8192 << 8191 << false << 268402688;
+        QTest::newRow("8192x8192x32 wraps to negative") << 8192 << 8192 << false << -268435456;
+    }
+    void pixmapCost() {
+        QFETCH(int, w);
+        QFETCH(int, h);
+        QFETCH(bool, bitmap);
+        QFETCH(int, cost);
+        const QPixmap pm = bitmap ? QPixmap(QBitmap(w, h)) : Blank(w, h);
+        if (pm.isNull())
+            QSKIP("the platform cannot allocate this pixmap");
+        QCOMPARE(CLxWebImageCacheMgr::GetPixmapCacheCost(pm), cost);
+    }
+
+    void pixmapEntries() {
+        auto& cache = CLxWebImageCacheMgr::GetInstance();
+        lxtest::LogCapture logs;
+        const QString url = QStringLiteral("http://a/红.png");
+        const QPixmap pm = QPixmap::fromImage(lxtest::MakeTestImage(10, 10, Qt::red));
+        cache.InsertPixmap(url, pm);
+        QVERIFY(logs.hasExact(QStringLiteral("strUrl:http://a/红.png,i32PixmapCacheCost:400")));
+        QCOMPARE(cache.GetPixmap(url).cacheKey(), pm.cacheKey());  // shared, not copied
+        QCOMPARE(cache.GetCacheType(QStringLiteral("http://a/红.PNG")), 0);
+        // Replacing an entry keeps only the new cost.
+        cache.InsertPixmap(url, Blank(20, 10));
+        QCOMPARE(cache.PixmapCount(), 1);
+        QCOMPARE(cache.PixmapTotalCost(), 800);
+        // A wrapped, negative cost is stored and counted as it is: 20000 * 20000 * 32 wraps to
+        // -84901888, divided by 8 toward zero.
+        const QPixmap huge = Blank(20000, 20000);
+        if (huge.isNull())
+            QSKIP("the platform cannot allocate this pixmap");
+        cache.InsertPixmap(QStringLiteral("huge"), huge);
+        QCOMPARE(cache.PixmapTotalCost(), 800 - 10612736);
+    }
+
+    void leastRecentlyUsedGoesFirst() {
+        auto& cache = CLxWebImageCacheMgr::GetInstance();
+        auto present = [&cache] {
+            QString keys;
+            for (const char* key : {"a", "b", "c", "d", "e", "f", "small"})
+                if (cache.GetCacheType(QString::fromLatin1(key)) == 1)
+                    keys += QString::fromLatin1(key) + QLatin1Char(' ');
+            return keys.trimmed();
+        };
+        // 8000 x 8000 x 32 costs 256000000: four fit under 1048576000, a fifth evicts one.
+        const QPixmap quarter = Blank(8000, 8000);
+        if (quarter.isNull())
+            QSKIP("the platform cannot allocate this pixmap");
+        for (const char* key : {"a", "b", "c", "d"})
+            cache.InsertPixmap(QString::fromLatin1(key), quarter);
+        QVERIFY(!cache.GetPixmap(QStringLiteral("a")).isNull());  // a is now the most recent
+        QCOMPARE(cache.GetCacheType(QStringLiteral("b")), 1);     // asking the type does not touch b
+        cache.InsertPixmap(QStringLiteral("e"), quarter);
+        QCOMPARE(present(), QStringLiteral("a c d e"));
+        cache.InsertPixmap(QStringLiteral("f"), quarter);
+        QCOMPARE(present(), QStringLiteral("a d e f"));
+        // A smaller newcomer (36000000, with 24576000 free) evicts only the oldest entry.
+        cache.InsertPixmap(QStringLiteral("small"), Blank(3000, 3000));
+        QCOMPARE(present(), QStringLiteral("a e f small"));
+    }
+
+    void typePrecedence() {
+        auto& cache = CLxWebImageCacheMgr::GetInstance();
+        QMovie movie(
+            lxtest::CopyFixture(QStringLiteral("frames2_8x8_100ms.gif"), m_dir.filePath(QStringLiteral("a.gif"))));
+        const QString x = QStringLiteral("x");
+        QCOMPARE(cache.GetCacheType(x), 0);
+        cache.InsertMovie(x, movie);
+        QCOMPARE(cache.GetCacheType(x), 2);
+        cache.InsertPixmap(x, Blank(2, 2));
+        QCOMPARE(cache.GetCacheType(x), 1);
+        cache.InsertSvgFilePath(x, QStringLiteral("/a.svg"));
+        QCOMPARE(cache.GetCacheType(x), 3);
+    }
+
+    void moviesAreTheCachesOwn() {
+        auto& cache = CLxWebImageCacheMgr::GetInstance();
+        const QString gif =
+            lxtest::CopyFixture(QStringLiteral("frames3_16x8_100ms.gif"), m_dir.filePath(QStringLiteral("a.gif")));
+        QObject parent;
+        QMovie callers(gif, QByteArray(), &parent);
+        callers.setCacheMode(QMovie::CacheAll);
+        // Every frame counts for a movie that caches them all: 3 x 16 x 8 x 4 bytes.
+        QCOMPARE(CLxWebImageCacheMgr::GetMovieCacheCost(&callers), 3 * 512);
+        QCOMPARE(CLxWebImageCacheMgr::GetMovieCacheCost(nullptr), 0);
+        cache.InsertMovie(QStringLiteral("m"), callers);
+        QPointer<QMovie> cached = cache.GetMovie(QStringLiteral("m"));
+        QVERIFY(cached && cached != &callers);
+        QCOMPARE(CLxWebImageCacheMgr::MovieFilePath(cached), gif);
+        QVERIFY(!cached->parent());
+        QCOMPARE(cached->cacheMode(), QMovie::CacheNone);
+        QCOMPARE(cache.MovieTotalCost(), 512);  // one frame
+
+        // Replacing or clearing deletes the cache's movie; holders learn it through QPointer.
+        cache.InsertMovie(QStringLiteral("m"), callers);
+        QVERIFY(cached.isNull());
+        cached = cache.GetMovie(QStringLiteral("m"));
+        cache.InsertSvgFilePath(QStringLiteral("s"), QStringLiteral("/s.svg"));
+        cache.InsertPixmap(QStringLiteral("p"), Blank(4, 4));
+        cache.Clear();
+        QVERIFY(cached.isNull());
+        QCOMPARE(cache.MovieCount() + cache.PixmapCount() + cache.SvgCount(), 0);
+
+        // A movie without frames costs nothing and is stored harmlessly.
+        QMovie bad(lxtest::WriteFile(m_dir.filePath(QStringLiteral("bad.gif")), "GIF89a garbage"));
+        QCOMPARE(CLxWebImageCacheMgr::GetMovieCacheCost(&bad), 0);
+        cache.InsertMovie(QStringLiteral("bad"), bad);
+        QCOMPARE(cache.MovieTotalCost(), 0);
     }
 };
 
