@@ -237,6 +237,8 @@ private Q_SLOTS:
         QCOMPARE(Wnd().GetCurrentIndex(), 2);
         QCOMPARE(Wnd().GetContentWidget()->GetContentImgWidget()->GetUrl(), pics.list[2]->strUrl);
         QVERIFY(capture.hasExact(QStringLiteral("CLxImagePreviewWnd::SetImage , i32CurIndex = 2")));
+        // "Next" on the last picture stays on it rather than asking for one past the end.
+        QVERIFY(!capture.hasExact(QStringLiteral("CLxImagePreviewWnd::SetImage spCurImg is nullptr")));
         Wnd().SetImage(5);
         QVERIFY(capture.hasExact(QStringLiteral("CLxImagePreviewWnd::SetImage spCurImg is nullptr")));
         QCOMPARE(Wnd().GetCurrentIndex(), 2);
