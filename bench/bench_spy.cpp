@@ -41,9 +41,7 @@ volatile quintptr g_sink = 0;
 class NumberedModel : public QAbstractTableModel {
 public:
     explicit NumberedModel(int rows) : m_rows(rows) {}
-    int rowCount(const QModelIndex& parent = QModelIndex()) const override {
-        return parent.isValid() ? 0 : m_rows;
-    }
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override { return parent.isValid() ? 0 : m_rows; }
     int columnCount(const QModelIndex& parent = QModelIndex()) const override { return parent.isValid() ? 0 : 4; }
     QVariant data(const QModelIndex& index, int role) const override {
         if (role != Qt::DisplayRole || !index.isValid())
@@ -102,9 +100,7 @@ public:
         QCoreApplication::processEvents();
     }
 
-    Costs widgets(int calls) {
-        return measure(calls, Grid(QRect(0, 0, 600, 600)), false);
-    }
+    Costs widgets(int calls) { return measure(calls, Grid(QRect(0, 0, 600, 600)), false); }
 
     Costs cells(NumberedModel* model, int calls) {
         m_table->setModel(model);
@@ -125,7 +121,8 @@ private:
             g_sink += quintptr(PseudoWidget::FromWidgetPoint(&m_top, p).geometry().x());
         });
         const QPoint origin = m_top.mapToGlobal(QPoint(0, 0));
-        c.widgetAt = NsPerCall(calls, pts, [&](const QPoint& p) { g_sink += quintptr(QApplication::widgetAt(origin + p)); });
+        c.widgetAt =
+            NsPerCall(calls, pts, [&](const QPoint& p) { g_sink += quintptr(QApplication::widgetAt(origin + p)); });
         c.childAt = NsPerCall(calls, pts, [&](const QPoint& p) { g_sink += quintptr(m_top.childAt(p)); });
         if (withIndex) {
             const QPoint off = m_table->viewport()->mapTo(&m_top, QPoint(0, 0));
@@ -182,7 +179,7 @@ int main(int argc, char** argv) {
     const double sizeRatio = cellsLarge.kit / cellsSmall.kit;
     std::printf("target widgets within 2x of widgetAt: %.2f -> %s\n", widgetRatio,
                 widgetRatio <= 2.0 ? "met" : "missed");
-    std::printf("target cell cost flat in model size (1,000,000 / 1,000 rows within 10%%): %.3f -> %s\n",
-                sizeRatio, std::fabs(sizeRatio - 1.0) <= 0.10 ? "met" : "missed");
+    std::printf("target cell cost flat in model size (1,000,000 / 1,000 rows within 10%%): %.3f -> %s\n", sizeRatio,
+                std::fabs(sizeRatio - 1.0) <= 0.10 ? "met" : "missed");
     return g_sink == 42 ? 1 : 0;
 }
