@@ -164,6 +164,7 @@ CSpyToolWnd::CSpyToolWnd(QWidget* parent) : QWidget(parent, Qt::Window) {
     m_pTabs->addTab(new LxWidgetGeometryView(m_pTabs), QStringLiteral("几何"));
     m_pTabs->addTab(new LxWidgetPaletteView(m_pTabs), QStringLiteral("调色板"));
     splitter->addWidget(m_pTabs);
+    m_pTabs->setCornerWidget(CreateAllTabsButton(), Qt::TopRightCorner);
     splitter->setStretchFactor(0, 2);
     splitter->setStretchFactor(1, 1);
 
@@ -324,6 +325,31 @@ bool CSpyToolWnd::OnHotKey(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     }
     // The window itself is the sender: it must not be offered its own key again.
     return NotifyHotKey(key, modifiers, this);
+}
+
+QToolButton* CSpyToolWnd::CreateAllTabsButton() {
+    auto* button = new QToolButton(m_pTabs);
+    button->setObjectName(QStringLiteral("SpyAllTabsButton"));
+    button->setArrowType(Qt::DownArrow);
+    button->setAutoRaise(true);
+    button->setPopupMode(QToolButton::InstantPopup);
+    auto* menu = new QMenu(button);
+    button->setMenu(menu);
+    // Listed when opened, so tabs a host adds later are there too.
+    LXUIKIT_SAFE_CONNECT(menu, &QMenu::aboutToShow, this, [this, menu] {
+        menu->clear();
+        for (int i = 0; i < m_pTabs->count(); ++i) {
+            QAction* action = menu->addAction(m_pTabs->tabText(i));
+            action->setCheckable(true);
+            action->setChecked(i == m_pTabs->currentIndex());
+            QPointer<QTabWidget> tabs = m_pTabs;
+            LXUIKIT_SAFE_CONNECT(action, &QAction::triggered, menu, [tabs, i] {
+                if (tabs)
+                    tabs->setCurrentIndex(i);
+            });
+        }
+    });
+    return button;
 }
 
 void CSpyToolWnd::InitSize() {

@@ -16,6 +16,8 @@
 //   widget tree again) are drawn in the colour "ck_gray940" in the Light theme and in the theme's
 //   text colour in the Dark theme, where that grey would not show.
 // - The window follows the theme through its palette (lists, tables, tab bars and text views too).
+// - A button at the end of the tab bar lists every view in a menu: in a narrow window the bar
+//   scrolls, and the views past its edge stay one click away.
 // The window deletes itself when closed; initSpyToolWnd creates a fresh one next time.
 
 #include <LxStdUI/LIconButton.h>
@@ -67,6 +69,7 @@ protected:
 
 private:
     QWidget* CreateToolWidget();
+    QToolButton* CreateAllTabsButton();
     void ApplyTheme();
     void SetConfigFlag(bool Config::*flag, bool on);
     void Hover(const PseudoWidget& pw, HoverSource source);

@@ -70,6 +70,15 @@ private Q_SLOTS:
             tabs << w->tabWidget()->tabText(i);
         QCOMPARE(tabs.mid(0, 6),
                  QStringList({"属性&&样式表", "设计", "调试", "窗口缩放调试", "事件查看器", "信号&槽"}));
+        // The corner menu reaches every tab, the last one included.
+        auto* allTabs = w->findChild<QToolButton*>(QStringLiteral("SpyAllTabsButton"));
+        QVERIFY(allTabs && allTabs->menu());
+        emit allTabs->menu()->aboutToShow();
+        const QList<QAction*> entries = allTabs->menu()->actions();
+        QCOMPARE(entries.size(), w->tabWidget()->count());
+        QCOMPARE(entries.last()->text(), tabs.last());
+        entries.last()->trigger();
+        QCOMPARE(w->tabWidget()->currentIndex(), entries.size() - 1);
 
         w->close();  // deletes itself
         QTRY_VERIFY(!currentSpyToolWnd());
