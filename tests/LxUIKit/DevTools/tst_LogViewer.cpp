@@ -402,6 +402,26 @@ private Q_SLOTS:
         QCOMPARE(m_pWnd->FilterText(), QStringLiteral("Order"));
         QCOMPARE(m_pWnd->size(), size);
 
+        // Typing does not rewrite the file per keystroke, and what was typed is not lost when the
+        // window goes before the save was due.
+        m_pWnd->show();
+        auto* filter = m_pWnd->findChild<QComboBox*>();
+        filter->setEditText(QStringLiteral("Fil"));
+        filter->setEditText(QStringLiteral("Fill"));
+        QCOMPARE(ini.GetString(QStringLiteral("StdOutDialog"), QStringLiteral("StdOutFilterString")),
+                 QStringLiteral("Order"));
+        delete m_pWnd;
+        m_pWnd = new CLogViewerWnd;
+        QCOMPARE(m_pWnd->FilterText(), QStringLiteral("Fill"));
+        // A broken regular expression frames the box in red, and a mended one takes the frame away.
+        m_pWnd->show();
+        filter = m_pWnd->findChild<QComboBox*>();
+        Box(m_pWnd, QStringLiteral("正则表达式"))->click();
+        filter->setEditText(QStringLiteral("a("));
+        QVERIFY(filter->styleSheet().contains(QStringLiteral("#CF0000")));
+        filter->setEditText(QStringLiteral("a"));
+        QVERIFY(!filter->styleSheet().contains(QStringLiteral("#CF0000")));
+
         QVERIFY(!CLogViewerWnd::isAutoOpen());
         for (QPushButton* b : m_pWnd->findChildren<QPushButton*>())
             if (b->text() == QStringLiteral("自动打开"))

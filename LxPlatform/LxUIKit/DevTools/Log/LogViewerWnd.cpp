@@ -53,6 +53,7 @@ constexpr int kDropBlock = 1000;
 constexpr int kMaxMessageLength = 10240;
 constexpr int kFetchBatch = 100;
 constexpr int kFlushIntervalMs = 500;
+constexpr int kSaveDelayMs = 1000;
 constexpr int kScrollDelayMs = 100;
 constexpr int kColumns = 5;
 // Worker records wait in chunks: a writer holds the lock only to append one record (or, once per
@@ -462,6 +463,8 @@ CLogViewerWnd::CLogViewerWnd(QWidget* parent) : QWidget(parent), d(std::make_uni
 }
 
 CLogViewerWnd::~CLogViewerWnd() {
+    if (d->pSaveTimer && d->pSaveTimer->isActive())
+        SaveConfigToCache();
     if (s_pCLogViewerWnd == this) {
         s_pCLogViewerWnd = nullptr;
         g_stdOutUIIsVisible = false;
@@ -501,6 +504,10 @@ void CLogViewerWnd::InitDialog() {
     d->pFlushTimer->setInterval(kFlushIntervalMs);
     LXUIKIT_SAFE_CONNECT(d->pFlushTimer.data(), &QTimer::timeout, this, &CLogViewerWnd::DrainTurn);
     d->pFlushTimer->start();
+    d->pSaveTimer = new QTimer(this);
+    d->pSaveTimer->setSingleShot(true);
+    d->pSaveTimer->setInterval(kSaveDelayMs);
+    LXUIKIT_SAFE_CONNECT(d->pSaveTimer.data(), &QTimer::timeout, this, &CLogViewerWnd::SaveConfigToCache);
 
     ApplyTheme();
     LXUIKIT_SAFE_CONNECT(lx_ui_theme::Manager::instance(), &lx_ui_theme::Manager::themeChanged, this,
@@ -918,9 +925,13 @@ void CLogViewerWnd::UpdateAllFilterFlags() {
     }
     if (d->m_filterComboBox) {
         const bool bBroken = bRegExp && !d->regExp.isValid();
-        d->m_filterComboBox->setStyleSheet(
-            QStringLiteral("QComboBox QAbstractItemView::item {   height: 25px;}") +
-            (bBroken ? QStringLiteral(" QComboBox { border: 1px solid #CF0000; }") : QString()));
+        // A new style sheet re-polishes the box: only when the frame really changes.
+        if (bBroken != d->bFilterShownBroken) {
+            d->bFilterShownBroken = bBroken;
+            d->m_filterComboBox->setStyleSheet(
+                QStringLiteral("QComboBox QAbstractItemView::item {   height: 25px;}") +
+                (bBroken ? QStringLiteral(" QComboBox { border: 1px solid #CF0000; }") : QString()));
+        }
         d->m_filterComboBox->setToolTip(bBroken ? d->regExp.errorString() : QString());
     }
     const bool bCollect = isVisible();
@@ -931,7 +942,8 @@ void CLogViewerWnd::UpdateAllFilterFlags() {
     if (d->pList)
         d->pList->scrollToBottom();
     RefreshStatus();
-    SaveConfigToCache();
+    if (d->pSaveTimer)
+        d->pSaveTimer->start();
 }
 
 void CLogViewerWnd::UpdateSelectAllCheckBoxState() {
@@ -1063,6 +1075,8 @@ bool CLogViewerWnd::ReadConfigFromCache() {
 }
 
 void CLogViewerWnd::SaveConfigToCache() {
+    if (d->pSaveTimer)
+        d->pSaveTimer->stop();
     core::CIniWrapper ini = CommonSettings();
     const QList<QScreen*> screens = QGuiApplication::screens();
     const int screenIndex = screen() ? screens.indexOf(screen()) : 0;

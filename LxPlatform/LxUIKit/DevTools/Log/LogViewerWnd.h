@@ -22,6 +22,8 @@
 // - A regular expression that does not compile matches nothing; the filter box turns red and the
 //   status line says so.
 // - The total text length counts the lines the store still holds.
+// - Settings are saved when the window hides, closes or is destroyed, and 1 s after the filter
+//   last changed: typing into the filter box rewrites the settings file once, not per keystroke.
 
 #include <LxCore/FrameWork.h>
 #include <LxCore/SafeFunction.h>

@@ -105,6 +105,8 @@ public:
     QPointer<QPlainTextEdit> pDetail;
     QPointer<QLabel> pStatus;
     QPointer<QTimer> pFlushTimer;
+    QPointer<QTimer> pSaveTimer;      // a settings save waiting for the filter to settle
+    bool bFilterShownBroken = false;  // the filter box wears the red frame
     CItemInfoStandardItemModel* pModel = nullptr;
     // Worker records taken from the queue and not yet added: a drain turn that runs out of time
     // leaves the rest here, in order, for the next turn.
