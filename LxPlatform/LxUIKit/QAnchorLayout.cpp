@@ -152,6 +152,10 @@ struct AnchorItem {
     QLayoutItem* pItem = nullptr;
     QString strParsedFlags;  // the text `tokens` were read from
     bool bParsed = false;
+    // The flags may have changed since the last read. A dynamic property announces its changes,
+    // so it is read again only then; a class that declares the property itself is read every pass.
+    bool bFlagsDirty = true;
+    bool bStaticProperty = false;
     std::vector<lx_anchor::Token> tokens;
 };
 
@@ -163,6 +167,9 @@ public:
 
     // Re-reads the item's flags when its property text changed since the last read.
     void Refresh(AnchorItem& item) {
+        if (item.bParsed && !item.bFlagsDirty && !item.bStaticProperty)
+            return;
+        item.bFlagsDirty = false;
         const QString flags =
             item.pWidget ? item.pWidget->property(QAnchorLayout::kFlagsProperty).toString() : QString();
         if (item.bParsed && flags == item.strParsedFlags)
@@ -245,8 +252,10 @@ void QAnchorLayout::addItem(QLayoutItem* item) {
     AnchorItem rec;
     rec.pWidget = item->widget();
     rec.pItem = item;
-    if (rec.pWidget)
+    if (rec.pWidget) {
         rec.pWidget->installEventFilter(this);
+        rec.bStaticProperty = rec.pWidget->metaObject()->indexOfProperty(kFlagsProperty) >= 0;
+    }
     m_pD->vecItems.push_back(std::move(rec));
     invalidate();
 }
@@ -354,8 +363,13 @@ QWidget* QAnchorLayout::GetSiblingByIndecator(QStringList& parts, int selfIndex)
 
 bool QAnchorLayout::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::DynamicPropertyChange &&
-        static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == kFlagsProperty)
+        static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == kFlagsProperty) {
+        for (AnchorItem& item : m_pD->vecItems) {
+            if (item.pWidget == watched)
+                item.bFlagsDirty = true;
+        }
         invalidate();
+    }
     return QLayout::eventFilter(watched, event);
 }
 

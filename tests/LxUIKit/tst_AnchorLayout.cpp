@@ -18,6 +18,15 @@ public:
 };
 }  // namespace
 
+// A class that declares the flags as a property of its own: its changes send no event.
+class DeclaredFlagsBox : public Box {
+    Q_OBJECT
+    Q_PROPERTY(QString AnchorLayout MEMBER m_strFlags)
+public:
+    using Box::Box;
+    QString m_strFlags;
+};
+
 class TestAnchorLayout : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -188,6 +197,15 @@ private Q_SLOTS:
         box->setProperty(QAnchorLayout::kFlagsProperty, QStringLiteral("Left"));
         QTest::qWait(20);
         QCOMPARE(box->x(), 260);
+        // A declared property is read again at every pass.
+        auto* declared = new DeclaredFlagsBox(QSize(40, 20), &host);
+        layout->addWidget(declared, QStringLiteral("Left"));
+        layout->activate();
+        QCOMPARE(declared->x(), 0);
+        declared->m_strFlags = QStringLiteral("Right");
+        layout->invalidate();
+        layout->activate();
+        QCOMPARE(declared->x(), 260);
     }
 
     void emptyLayoutTouchesNothing() {
