@@ -2,6 +2,7 @@
 
 #include <LxCore/FileSystem.h>
 #include <LxUIKit/LxUIKitLog_p.h>
+#include <LxUIKit/WebImage/LxDecodedFrom_p.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
@@ -54,6 +55,13 @@ int CLxWebAnimatedImageWidget::SharedViewerCount(QMovie* movie) { return Viewers
 
 bool CLxWebAnimatedImageWidget::Load(const QString& url, const QString& filePath) {
     Clear();
+    // Widgets showing one URL hear of one download together: the first makes the movie, the
+    // others play the cache's one instead of each decoding its own.
+    const QString stamp = lxuikit_image::FileStamp(filePath);
+    if (QMovie* cached = CLxWebImageCacheMgr::GetInstance().GetMovie(url)) {
+        if (lxuikit_image::WasDecodedFrom(lxuikit_image::CachedKind::Movie, url, stamp, std::uintptr_t(cached)))
+            return LoadCache(url);
+    }
     QByteArray format, data;
     QString why;
     if (!CLxWebImageDecoder::CheckAnimated(filePath, &format, &why, &data)) {
@@ -66,7 +74,9 @@ bool CLxWebAnimatedImageWidget::Load(const QString& url, const QString& filePath
         return false;
     }
     m_strUrl = url;
-    CLxWebImageCacheMgr::GetInstance().InsertMovie(url, *m_pMovie);
+    CLxWebImageCacheMgr& cache = CLxWebImageCacheMgr::GetInstance();
+    cache.InsertMovie(url, *m_pMovie);
+    lxuikit_image::RememberDecoded(lxuikit_image::CachedKind::Movie, url, stamp, std::uintptr_t(cache.GetMovie(url)));
     return true;
 }
 

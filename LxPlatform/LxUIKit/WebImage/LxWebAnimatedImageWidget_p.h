@@ -2,7 +2,9 @@
 // CLxWebAnimatedImageWidget: shows an animated picture (GIF, multi-frame WebP) through a QMovie.
 //
 // Load plays a movie of the widget's own on the file's bytes (read once, checked, played from
-// memory: no descriptor stays open per movie) and puts a movie for the URL into the image cache. LoadCache plays the
+// memory: no descriptor stays open per movie) and puts a movie for the URL into the image cache; when the cache's
+// movie for the URL was made from that very file (same path, size and times), Load plays it like LoadCache instead,
+// so widgets hearing of one download together decode it once. LoadCache plays the
 // cache's movie, which every widget showing that URL shares: a widget never stops, seeks, re-parents, rescales or
 // deletes a shared movie; Clear() and the destructor only disconnect from it, so the other widgets keep animating.
 // Shared movies run while at least one widget shows them: the first viewer starts (or resumes) one, the last one to

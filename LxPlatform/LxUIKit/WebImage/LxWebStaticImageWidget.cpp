@@ -1,6 +1,7 @@
 #include <LxUIKit/WebImage/LxWebStaticImageWidget_p.h>
 
 #include <LxUIKit/LxUIKitLog_p.h>
+#include <LxUIKit/WebImage/LxDecodedFrom_p.h>
 #include <LxUIKit/WebImage/LxWebImageCacheMgr.h>
 #include <LxUIKit/WebImage/LxWebImageDecoder_p.h>
 
@@ -9,6 +10,15 @@ CLxWebStaticImageWidget::CLxWebStaticImageWidget(QWidget* parent) : CLxImageWidg
 }
 
 bool CLxWebStaticImageWidget::Load(const QString& url, const QString& filePath) {
+    // Widgets showing one URL hear of one download together: only the first decodes the file.
+    CLxWebImageCacheMgr& cache = CLxWebImageCacheMgr::GetInstance();
+    const QString stamp = lxuikit_image::FileStamp(filePath);
+    const QPixmap cached = cache.GetPixmap(url);
+    if (!cached.isNull() && lxuikit_image::WasDecodedFrom(lxuikit_image::CachedKind::Pixmap, url, stamp,
+                                                          std::uintptr_t(cached.cacheKey()))) {
+        SetPixmap(cached);
+        return true;
+    }
     QImage image;
     QString why;
     if (!CLxWebImageDecoder::DecodeStill(filePath, image, &why)) {
@@ -22,7 +32,8 @@ bool CLxWebStaticImageWidget::Load(const QString& url, const QString& filePath) 
         return false;
     }
     SetPixmap(pixmap);
-    CLxWebImageCacheMgr::GetInstance().InsertPixmap(url, pixmap);
+    cache.InsertPixmap(url, pixmap);
+    lxuikit_image::RememberDecoded(lxuikit_image::CachedKind::Pixmap, url, stamp, std::uintptr_t(pixmap.cacheKey()));
     return true;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 // CLxWebStaticImageWidget: shows one decoded still picture (PNG, JPEG, single-frame WebP, BMP ...).
 // Load decodes the file through CLxWebImageDecoder's checks and puts the pixmap into the image
-// cache; LoadCache takes the cache's pixmap (shared, never copied).
+// cache, unless the cache already holds the pixmap decoded from that very file (same path, size
+// and times) for the URL: widgets showing one URL decode it once. LoadCache takes the cache's
+// pixmap (shared, never copied).
 
 #include <LxUIKit/WebImage/LxImageWidgetBase.h>
 #include <LxUIKit/WebImage/LxImageWidgetBase_p.h>

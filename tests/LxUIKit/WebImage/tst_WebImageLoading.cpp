@@ -122,6 +122,9 @@ private slots:
         QVERIFY(first.GetDefaultPixmap().isNull());
         QCOMPARE(first.GetImageSize(), QSize(30, 20));
         QCOMPARE(second.GetImageSize(), QSize(30, 20));
+        // One download heard by two widgets is decoded once.
+        QCOMPARE(second.GetSourcePixmap().cacheKey(), first.GetSourcePixmap().cacheKey());
+        QCOMPARE(logs.texts().filter(QStringLiteral("i32PixmapCacheCost")).size(), 1);
 
         // A later widget is filled from the cache at once, sharing the decoded pixmap.
         LxWebImageWidget third;
@@ -171,6 +174,15 @@ private slots:
         QCOMPARE(int(w.GetPrivateImageType()), type);
         QCOMPARE(w.GetImageSize(), size);
         if (older == 0 && type == 1) {
+            // A new file at the path of the one decoded before is decoded again.
+            const QString reused = Path("reused.png");
+            QFile::remove(reused);
+            QVERIFY(QFile::copy(m_strPng, reused));
+            w.OnDownloadSuccess(url, reused, QByteArray());
+            QCOMPARE(w.GetImageSize(), QSize(30, 20));
+            QVERIFY(QFile::remove(reused) && QFile::copy(fresh, reused));
+            w.OnDownloadSuccess(url, reused, QByteArray());
+            QCOMPARE(w.GetImageSize(), size);
             // Same kind: the entry is replaced, so a later widget of the URL gets the new picture.
             LxWebImageWidget later;
             later.SetUrl(url);
@@ -359,14 +371,18 @@ private slots:
     void sharedMovieOutlivesEachViewer() {
         const QString url = QStringLiteral("http://img.test/anim.gif");
         std::vector<std::unique_ptr<LxWebImageWidget>> widgets;
-        widgets.push_back(std::make_unique<LxWebImageWidget>());
-        widgets.back()->SetUrl(url);
-        QCOMPARE(m_pDelegate->Succeed(url, m_strGif), 1);  // the downloader plays its own movie
-        for (int i = 1; i < 5; ++i) {
+        for (int i = 0; i < 2; ++i) {
+            widgets.push_back(std::make_unique<LxWebImageWidget>());
+            widgets.back()->SetUrl(url);
+        }
+        // The first to hear of the download plays its own movie; the second plays the cache's one
+        // made from the same file instead of decoding it again.
+        QCOMPARE(m_pDelegate->Succeed(url, m_strGif), 2);
+        for (int i = 2; i < 5; ++i) {
             widgets.push_back(std::make_unique<LxWebImageWidget>());
             widgets.back()->SetUrl(url);  // from the cache
         }
-        QCOMPARE(m_pDelegate->DownloadCount(url), 1);
+        QCOMPARE(m_pDelegate->DownloadCount(url), 2);  // the later three asked nobody
         QPointer<QMovie> shared = CLxWebImageCacheMgr::GetInstance().GetMovie(url);
         QCOMPARE(CLxWebAnimatedImageWidget::SharedViewerCount(shared), 4);
         // One cleared, one moved to another kind of picture, one destroyed: the movie stays, without
