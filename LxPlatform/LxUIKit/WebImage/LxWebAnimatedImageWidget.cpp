@@ -59,7 +59,9 @@ bool CLxWebAnimatedImageWidget::Load(const QString& url, const QString& filePath
     // others play the cache's one instead of each decoding its own.
     const QString stamp = lxuikit_image::FileStamp(filePath);
     if (QMovie* cached = CLxWebImageCacheMgr::GetInstance().GetMovie(url)) {
-        if (lxuikit_image::WasDecodedFrom(lxuikit_image::CachedKind::Movie, url, stamp, std::uintptr_t(cached)))
+        // The address alone could be a later movie's: it must also play this file.
+        if (CLxWebImageCacheMgr::MovieFilePath(cached) == filePath &&
+            lxuikit_image::WasDecodedFrom(lxuikit_image::CachedKind::Movie, url, stamp, std::uintptr_t(cached)))
             return LoadCache(url);
     }
     QByteArray format, data;
