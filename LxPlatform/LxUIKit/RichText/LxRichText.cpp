@@ -6,6 +6,7 @@
 #include <LxUIKit/LxUIKitLog_p.h>
 #include <LxUIKit/RichText/ILxRichTextData.h>
 #include <LxUIKit/RichText/LxRichTextDocumentBuilder_p.h>
+#include <LxUIKit/RichText/LxRichTextDocument_p.h>
 #include <LxUIKit/RichText/LxRichTextLayout.h>
 #include <LxUIKit/RichText/LxRichTextSnippetEmoticon.h>
 #include <LxUIKit/RichText/LxRichText_p.h>
@@ -105,7 +106,7 @@ CLxRichTextLayout* CLxRichText::GetLayout() const {
 QTextDocument* CLxRichText::EnsureDocument() {
     CLxRichTextPrivate* d = m_pPrivate.get();
     if (!d->pDoc) {
-        auto* pDoc = new QTextDocument(this);
+        auto* pDoc = new CLxRichTextDocument(this);
         auto* pLayout = new CLxRichTextLayout(pDoc);
         SetupDocument(pDoc, pLayout);
         d->pDoc = pDoc;
@@ -146,7 +147,7 @@ bool CLxRichText::InitDocumentForCalculateSize() {
     CLxRichTextPrivate* d = m_pPrivate.get();
     if (d->pDocForCalculateSize)
         return true;
-    auto* pDoc = new QTextDocument(this);
+    auto* pDoc = new CLxRichTextDocument(this);
     auto* pLayout = new CLxRichTextLayout(pDoc);
     SetupDocument(pDoc, pLayout);
     d->pDocForCalculateSize = pDoc;

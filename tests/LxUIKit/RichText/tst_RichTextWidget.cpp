@@ -187,6 +187,33 @@ private slots:
         QVERIFY(!Reported(hovered));
     }
 
+    // Labels showing one picture share one decoded pixmap, which is what they paint; a file that
+    // changed is read again.
+    void picturesAreDecodedOncePerFile() {
+        QTemporaryDir dir;
+        const QString path = MakeImage(dir, QStringLiteral("e.png"), QSize(16, 16));
+        const auto show = [&](CLxRichText& w) {
+            return Show(
+                w, QSize(200, 40),
+                {Text(QStringLiteral("hi ")), std::make_shared<CLxRichTextSnippetEmoji>(QStringLiteral("x"), path)});
+        };
+        const auto picture = [&](const CLxRichText& w) {
+            return qvariant_cast<QPixmap>(w.document()->resource(QTextDocument::ImageResource, QUrl(path)));
+        };
+        CLxRichText a, b;
+        QVERIFY(show(a) && show(b));
+        QVERIFY(!picture(a).isNull());
+        QCOMPARE(picture(b).cacheKey(), picture(a).cacheKey());
+        QVERIFY(RedPixels(a.grab().toImage(), a.rect()) > 0);
+
+        QFile::remove(path);
+        MakeImage(dir, QStringLiteral("e.png"), QSize(24, 24), Qt::blue);
+        CLxRichText c;
+        QVERIFY(show(c));
+        QCOMPARE(picture(c).size(), QSize(24, 24));
+        QCOMPARE(RedPixels(c.grab().toImage(), c.rect()), 0);
+    }
+
     // Touch reports a tap on release, and neither a drag nor a long press is a tap; a mouse
     // reports on press.
     void touchTaps() {
