@@ -44,6 +44,10 @@ QPixmap CLxRichTextDocument::SharedPicture(const QString& path) {
     QPixmap pixmap;
     if (!pixmap.load(path))
         return QPixmap();
+    // Qt's image handler gives an "@2x" file the ratio 2 on each paint; set already, that is no
+    // copy of the shared pixmap.
+    if (path.contains(QLatin1String("@2x")))
+        pixmap.setDevicePixelRatio(2.0);
     const qint64 bytes = qint64(pixmap.width()) * pixmap.height() * qMax(1, pixmap.depth() / 8);
     Pictures().insert(key, new QPixmap(pixmap), int(qMin<qint64>(bytes, kCacheCostBytes)));
     return pixmap;
