@@ -98,7 +98,7 @@ SnippetList MakeItem(int index, const Samples& samples) {
         }
         case 1: {
             auto s = std::make_shared<CLxRichTextSnippetStock>();
-            s->SetStockIdAndDisplayText(700 + rng.bounded(50), QStringLiteral("$Tenvira(08831)$"));
+            s->SetStockIdAndDisplayText(1000 + rng.bounded(50), QStringLiteral("$Tenvira(TNVR)$"));
             list.push_back(s);
             break;
         }

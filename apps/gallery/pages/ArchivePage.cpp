@@ -45,7 +45,7 @@ QString EnsureSampleFolder() {
         write(QStringLiteral(".settings"), "theme=dark\nlang=zh_CN\n");
         write(QStringLiteral("logs/client.log"),
               QByteArray("2026-11-21 09:30:00 [INFO] session started\n").repeated(200));
-        write(QStringLiteral("data/quotes.csv"), "symbol,price\nHRBR,189.2\n08831,312.4\n");
+        write(QStringLiteral("data/quotes.csv"), "symbol,price\nHRBR,189.2\nTNVR,312.4\n");
         QDir().mkpath(dir + QStringLiteral("/logs/empty"));
     }
     return dir;

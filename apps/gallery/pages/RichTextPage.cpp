@@ -236,9 +236,9 @@ struct StockDef {
     const char* text;
     uint64_t id;
 };
-const StockDef kStocks[] = {{"$Tenvira(08831)$", 700},      {"$Harbor Labs(HRBR)$", 1001}, {"$Vantix(VTX)$", 1002},
-                            {"$云岭酒业(601987)$", 600519}, {"$Voltra(VLTR)$", 1003},      {"$集云网络(09271)$", 9988},
-                            {"$Cloverway(03921)$", 3690},   {"$青川汽车(002781)$", 2594}};
+const StockDef kStocks[] = {{"$Tenvira(TNVR)$", 1000},   {"$Harbor Labs(HRBR)$", 1001}, {"$Vantix(VTX)$", 1002},
+                            {"$云岭酒业(YLJY)$", 1004},  {"$Voltra(VLTR)$", 1003},      {"$集云网络(JYWL)$", 1005},
+                            {"$Cloverway(CLVW)$", 1006}, {"$青川汽车(QCQC)$", 1007}};
 struct PortfolioDef {
     const char* name;
     const char* code;
