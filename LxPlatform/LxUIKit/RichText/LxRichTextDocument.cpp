@@ -1,8 +1,8 @@
 #include <LxUIKit/RichText/LxRichTextDocument_p.h>
 
+#include <LxUIKit/WebImage/LxDecodedFrom_p.h>
+
 #include <QCache>
-#include <QDateTime>
-#include <QFileInfo>
 #include <QPixmap>
 #include <QUrl>
 
@@ -32,13 +32,9 @@ QString LocalPathOf(const QUrl& name) {
 }  // namespace
 
 QPixmap CLxRichTextDocument::SharedPicture(const QString& path) {
-    const QFileInfo info(path);
-    if (path.isEmpty() || !info.isFile())
+    const QString key = path.isEmpty() ? QString() : lxuikit_image::FileStamp(path);
+    if (key.isEmpty())
         return QPixmap();
-    const QString key = QStringLiteral("%1|%2|%3")
-                            .arg(info.absoluteFilePath())
-                            .arg(info.size())
-                            .arg(info.lastModified().toMSecsSinceEpoch());
     if (const QPixmap* cached = Pictures().object(key))
         return *cached;
     QPixmap pixmap;

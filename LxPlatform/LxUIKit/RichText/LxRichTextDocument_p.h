@@ -1,7 +1,7 @@
 #pragma once
 // CLxRichTextDocument: the document of a rich-text label. Pictures named in its text (emoji,
 // emoticons, inline images: local files and ":/" resources) come from one process-wide cache of
-// decoded pixmaps, keyed by the file and its size and modification time.
+// decoded pixmaps, keyed by the file and its size, modification and change times.
 //
 // Qt's own document reads such a file into bytes and keeps the bytes; its image handler then
 // decodes them again on every paint of the picture, in every label (each label has two
